@@ -1,0 +1,28 @@
+# The one interface target that every library, program and test of the tree links: language
+# level, warnings, sanitizers and the form in which assertions name their source file.
+
+set(QUILLON_SANITIZE "" CACHE STRING "Sanitizers to build with, as in -fsanitize=")
+
+# Assertions stay on in every build type.
+foreach(config RELEASE RELWITHDEBINFO MINSIZEREL)
+    string(REPLACE "-DNDEBUG" "" CMAKE_CXX_FLAGS_${config} "${CMAKE_CXX_FLAGS_${config}}")
+endforeach()
+
+add_library(quillon_options INTERFACE)
+target_compile_features(quillon_options INTERFACE cxx_std_20)
+target_include_directories(quillon_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(quillon_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror
+    -fmacro-prefix-map=${PROJECT_SOURCE_DIR}=Quillon)
+target_compile_definitions(quillon_options INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
+
+if(QUILLON_SANITIZE)
+    target_compile_options(quillon_options INTERFACE
+        -fsanitize=${QUILLON_SANITIZE} -fno-omit-frame-pointer)
+    target_link_options(quillon_options INTERFACE -fsanitize=${QUILLON_SANITIZE})
+    if(QUILLON_SANITIZE MATCHES "undefined")
+        target_compile_options(quillon_options INTERFACE -fno-sanitize-recover=all)
+    endif()
+endif()

@@ -1,0 +1,178 @@
+#pragma once
+
+#include "collections/managedlist.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+#include <limits>
+#include <type_traits>
+
+/// A growable array that never gives capacity back. Without a factory it holds plain values; with
+/// one it holds the factory's objects: new slots are filled with new objects, and slots that the
+/// size grows over again are reset. The objects of the slots are not destroyed with the array.
+///
+/// Invariant: 0 <= size() <= capacity(); with a factory every slot below `capacity()` holds an
+/// object of the factory, or its `nullObject()` where none could be made. Indices are not checked.
+/// Not thread-safe.
+template <typename T>
+class RecycleArray {
+    static_assert(std::is_trivially_copyable_v<T>, "slots are moved by realloc");
+
+public:
+    /// `grow`: how many slots beyond the size asked for each growth makes. `factory`: null for
+    /// plain values; not owned, outlives the array.
+    RecycleArray(int grow, const ManagedFactory<T>* factory)
+        : mGrow(grow)
+        , mFactory(factory) {}
+
+    RecycleArray(const RecycleArray&) = delete;
+
+    virtual ~RecycleArray() { std::free(mData); }
+
+    int size() const { return mSize; }
+
+    /// Number of slots that exist, in use or kept.
+    int capacity() const { return mCapacity; }
+
+    T& operator[](int index) { return mData[index]; }
+
+    const T& operator[](int index) const { return mData[index]; }
+
+    /// The first slot; null before the first growth, and moved by every growth.
+    T* data() { return mData; }
+
+    const T* data() const { return mData; }
+
+    /// Sets the number of slots in use. New slots of plain values are unspecified; objects come
+    /// back in their initial state. False, with nothing changed, for a negative size or when
+    /// storage is exhausted; false, with the size changed, when an object could not be made.
+    bool setSize(int size) {
+        if (size < 0)
+            return false;
+        if (size > mCapacity)
+            return growTo(size);
+        if (mFactory)
+            initialize(mSize, size);
+        mSize = size;
+        return true;
+    }
+
+    /// Appends a value; plain values only. False, with nothing changed, when storage is exhausted.
+    bool add(const T& value) {
+        assert(!mFactory);
+        const T copy = value; // growing may move the slot that `value` refers to
+        const int last = mSize;
+        if (last < mCapacity)
+            ++mSize;
+        else if (last == std::numeric_limits<int>::max() || !setSize(last + 1))
+            return false;
+        mData[last] = copy;
+        return true;
+    }
+
+    /// Makes this array a copy of `other`; plain values only. False, with nothing changed, when
+    /// storage is exhausted.
+    bool setTo(const RecycleArray& other) {
+        assert(!mFactory);
+        if (&other == this)
+            return true;
+        if (!setSize(other.mSize))
+            return false;
+        std::copy_n(other.mData, other.mSize, mData);
+        return true;
+    }
+
+    /// `setTo` without its result.
+    RecycleArray& operator=(const RecycleArray& other) {
+        setTo(other);
+        return *this;
+    }
+
+    /// Same size and bytewise the same values; plain values only.
+    bool operator==(const RecycleArray& other) const {
+        assert(!mFactory);
+        if (mSize != other.mSize)
+            return false;
+        return mSize == 0 || std::memcmp(mData, other.mData, bytes(mSize)) == 0;
+    }
+
+private:
+    static std::size_t bytes(int slots) { return static_cast<std::size_t>(slots) * sizeof(T); }
+
+    bool growTo(int size) {
+        if (size > std::numeric_limits<int>::max() - mGrow)
+            return false;
+        const int capacity = size + mGrow;
+        void* data = std::realloc(mData, bytes(capacity));
+        if (!data)
+            return false;
+        mData = static_cast<T*>(data);
+        bool filled = true;
+        if (mFactory) {
+            initialize(mSize, mCapacity);
+            filled = fill(mCapacity, capacity);
+        }
+        mSize = size;
+        mCapacity = capacity;
+        return filled;
+    }
+
+    void initialize(int from, int to) {
+        for (int slot = from; slot < to; ++slot)
+            mFactory->initializeObject(mData[slot]);
+    }
+
+    bool fill(int from, int to) {
+        bool filled = true;
+        for (int slot = from; slot < to; ++slot) {
+            mData[slot] = mFactory->nullObject();
+            try {
+                mData[slot] = mFactory->newObject();
+            } catch (const std::exception&) {
+                filled = false;
+            }
+        }
+        return filled;
+    }
+
+    const int mGrow;
+    const ManagedFactory<T>* const mFactory;
+    T* mData = nullptr;
+    int mSize = 0;
+    int mCapacity = 0;
+};
+
+/// The owning array of a factory's objects: those in use and those kept for reuse are deleted with
+/// it. A slot whose object could not be made holds null, so users test each slot. `T` is a pointer
+/// type.
+template <typename T>
+class ManagedArray {
+public:
+    explicit ManagedArray(const ManagedFactory<T>& factory)
+        : mFactory(factory)
+        , mArray(1, &factory) {}
+
+    ManagedArray(const ManagedArray&) = delete;
+    ManagedArray& operator=(const ManagedArray&) = delete;
+
+    virtual ~ManagedArray() {
+        for (int slot = 0; slot < mArray.capacity(); ++slot)
+            mFactory.deleteObject(mArray[slot]);
+    }
+
+    /// As `RecycleArray::setSize`.
+    bool setSize(int size) { return mArray.setSize(size); }
+
+    int size() const { return mArray.size(); }
+
+    /// The object in slot `index`, null where none could be made. The index is not checked.
+    T operator[](int index) const { return mArray[index]; }
+
+private:
+    const ManagedFactory<T>& mFactory;
+    RecycleArray<T> mArray;
+};
