@@ -1,0 +1,22 @@
+#pragma once
+
+#include "domain/domainnest.h"
+#include "domain/domaintrace.h"
+
+namespace domain {
+
+/// A stage that examines each recording before its branches join the result. This base leaves
+/// recordings as they are.
+class Analysis {
+public:
+    Analysis() = default;
+    Analysis(const Analysis&) = delete;
+    Analysis& operator=(const Analysis&) = delete;
+    virtual ~Analysis() = default;
+
+    /// Called at the end of every recording, on the thread that reads the log. `nest` holds the
+    /// recording's branches, one for every index of `trace`, and may be given patterns.
+    virtual void on(Nest& nest, const Trace& trace);
+};
+
+} // namespace domain

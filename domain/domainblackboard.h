@@ -1,0 +1,17 @@
+#pragma once
+
+#include "domain/domainanalysis.h"
+#include "domain/domaincyclebuilderiterative.h"
+
+namespace domain {
+
+/// The program's analysis: attaches the repeated runs of a recording to its branches.
+class Blackboard : public Analysis {
+public:
+    void on(Nest& nest, const Trace& trace) override;
+
+private:
+    CycleBuilderIterative mCycleBuilder;
+};
+
+} // namespace domain

@@ -1,0 +1,68 @@
+#include "domain/domainbranch.h"
+
+#include <algorithm>
+
+namespace domain {
+
+void Branch::clear() {
+    mGesture = GESTURE_NONE;
+    if (!mKey.isNull())
+        mKey = QString();
+    mBounds = QRectF();
+    mPatterns.clear();
+}
+
+Branch& Branch::operator=(const Branch& other) {
+    if (&other != this) {
+        mGesture = other.mGesture;
+        mKey = other.mKey;
+        mBounds = other.mBounds;
+        mPatterns = other.mPatterns;
+    }
+    return *this;
+}
+
+bool Branch::merge(const Branch& other) {
+    if (!isValid()) {
+        *this = other;
+        return true;
+    }
+    if (mKey != other.mKey)
+        return false;
+    mBounds |= other.mBounds;
+    mPatterns.merge(other.mPatterns);
+    return true;
+}
+
+bool Branch::addPattern(const Pattern& pattern) {
+    return mPatterns.merge(pattern);
+}
+
+const Pattern* Branch::patternAt(int index) const {
+    return index >= 0 && index < patternSize() ? mPatterns.at(index) : nullptr;
+}
+
+int Branch::patternCount(int index) const {
+    const Pattern* pattern = patternAt(index);
+    return pattern ? pattern->mCount : 0;
+}
+
+int Branch::maxPatternCount() const {
+    int max = 0;
+    for (auto it = beginPatterns(); it.hasValue(); ++it)
+        max = std::max(max, (*it)->mCount);
+    return max;
+}
+
+int Branch::patternWeight() const {
+    int weight = 0;
+    for (auto it = beginPatterns(); it.hasValue(); ++it)
+        weight += (*it)->mCount + 1;
+    return weight;
+}
+
+void Branch::printTo(QDebug& dbg) const {
+    dbg << "key=" << mKey << " gesture=" << mGesture;
+}
+
+} // namespace domain

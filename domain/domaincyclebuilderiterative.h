@@ -1,0 +1,58 @@
+#pragma once
+
+#include "collections/recyclearray.h"
+#include "domain/domainnest.h"
+#include "domain/domainpattern.h"
+#include "domain/domaintrace.h"
+
+namespace domain {
+
+/// Finds the repeated runs of a trace: every run of events that leaves a branch and comes back to
+/// it without passing through it in between, except through runs already found. Passes over growing
+/// distances collapse each run found into one step, so that longer runs can hold shorter ones. Each
+/// run is stored as a pattern on the branch where it starts and ends; menu branches store none.
+///
+/// Reused for every recording: call `begin` and, when it succeeded, `run()`. One thread.
+class CycleBuilderIterative {
+public:
+    /// One trace position.
+    struct Step {
+        int mIndex = 0;  ///< The branch.
+        int mLength = 1; ///< Trace positions that it stands for: 1, or the distance of its cycle.
+
+        /// A step of length 1 at branch `index`.
+        void begin(int index);
+    };
+
+    CycleBuilderIterative() = default;
+
+    /// Prepares a run over `trace` whose patterns go to `nest`, which outlives the run. False when
+    /// memory is exhausted.
+    bool begin(Nest& nest, const Trace& trace);
+
+    /// All passes, for distances from 2 to an eighth of the trace and at least to 4. None starts
+    /// once 2000 ms have passed; the first always runs.
+    void run();
+
+    /// The pass for runs whose ends lie `distance` trace positions apart.
+    void run(int distance);
+
+    /// Whether the run between the trace positions `first` < `last` is a cycle.
+    bool isCycle(int first, int last) const;
+
+    /// Stores the run between two trace positions, both included, as a pattern of its branch.
+    void addCycle(int first, int last);
+
+private:
+    bool copyRun(int first, int last);
+
+    Nest* mNest = nullptr;
+    RecycleArray<Step> mSteps{1, nullptr};
+    Pattern mPattern; ///< Scratch.
+
+    // The steps' number and storage, taken in begin(), for the passes.
+    int mStepCount = 0;
+    Step* mFirstStep = nullptr;
+};
+
+} // namespace domain

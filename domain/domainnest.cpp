@@ -1,0 +1,111 @@
+#include "domain/domainnest.h"
+
+#include "domain/domaindebugline.h"
+
+namespace domain {
+
+namespace {
+
+const Nest::Factory FACTORY(false);
+
+} // namespace
+
+Branch* Nest::Factory::nullObject() const {
+    return nullptr;
+}
+
+Branch* Nest::Factory::newObject() const {
+    return new Branch;
+}
+
+void Nest::Factory::deleteObject(Branch* branch) const {
+    delete branch;
+}
+
+void Nest::Factory::initializeObject(Branch* branch) const {
+    if (branch)
+        branch->clear();
+}
+
+Branch* Nest::Factory::setObject(Branch* target, Branch* source) const {
+    if (source)
+        *target = *source;
+    return target;
+}
+
+Nest::Nest()
+    : mBranches(FACTORY) {}
+
+Branch* Nest::branchAt(int index) {
+    return index >= 0 && index < size() ? mBranches[index] : nullptr;
+}
+
+const Branch* Nest::branchAt(int index) const {
+    return index >= 0 && index < size() ? mBranches[index] : nullptr;
+}
+
+bool Nest::addSlot() {
+    const int slots = size();
+    if (mBranches.setSize(slots + 1) && mBranches[slots])
+        return true;
+    mBranches.setSize(slots);
+    return false;
+}
+
+bool Nest::set(int index, const Branch& branch) {
+    if (index < 0)
+        return false;
+    if (index >= size() && !mBranches.setSize(index + 1))
+        return false;
+    Branch* slot = mBranches[index];
+    if (!slot)
+        return false;
+    *slot = branch;
+    return true;
+}
+
+bool Nest::merge(int index, const Branch& branch) {
+    Branch* slot = branchAt(index);
+    if (slot && slot->isValid())
+        return slot->merge(branch);
+    return set(index, branch);
+}
+
+bool Nest::setTo(const Nest& other) {
+    if (&other == this)
+        return true;
+    clear();
+    bool copied = true;
+    for (int i = 0; i < other.size(); ++i) {
+        const Branch* branch = other.branchAt(i);
+        if (branch && !set(i, *branch))
+            copied = false;
+    }
+    return copied;
+}
+
+bool Nest::merge(const Nest& other) {
+    bool merged = true;
+    for (int i = 0; i < other.size(); ++i) {
+        const Branch* branch = other.branchAt(i);
+        if (branch && !merge(i, *branch))
+            merged = false;
+    }
+    return merged;
+}
+
+void Nest::clear() {
+    mBranches.setSize(0);
+}
+
+void Nest::print() const {
+    DebugLine().stream() << "Nest size=" << size();
+    for (int i = 0; i < size(); ++i) {
+        DebugLine line;
+        line.stream() << "\t" << i;
+        if (const Branch* branch = branchAt(i))
+            branch->printTo(line.stream());
+    }
+}
+
+} // namespace domain

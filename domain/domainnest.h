@@ -1,0 +1,58 @@
+#pragma once
+
+#include "collections/recyclearray.h"
+#include "domain/domainbranch.h"
+
+namespace domain {
+
+/// The branches of a trace log by their index, which is their identity throughout the program. A
+/// slot with an invalid branch is a free index. The nest owns its branches, recycles them, and
+/// deletes them only when it is destroyed. Used by one thread at a time.
+class Nest {
+public:
+    class Factory : public ManagedFactory<Branch*> {
+    public:
+        using ManagedFactory::ManagedFactory;
+        Branch* nullObject() const override;
+        Branch* newObject() const override;
+        void deleteObject(Branch* branch) const override;
+        void initializeObject(Branch* branch) const override;
+        Branch* setObject(Branch* target, Branch* source) const override;
+    };
+
+    Nest();
+
+    int size() const { return mBranches.size(); }
+
+    /// The branch in slot `index`, null outside the nest and where none could be made.
+    Branch* branchAt(int index);
+    const Branch* branchAt(int index) const;
+
+    /// Appends a free slot. False, with no slot added, when there is no room for it or its branch.
+    bool addSlot();
+
+    /// Makes slot `index` a copy of `branch`, growing the nest by free slots up to it. False for a
+    /// negative index or when memory is exhausted.
+    bool set(int index, const Branch& branch);
+
+    /// Folds `branch` into a valid branch in slot `index`, otherwise sets the slot. False when the
+    /// keys differ or `set` fails.
+    bool merge(int index, const Branch& branch);
+
+    /// Makes this nest a copy of `other`, as far as memory allows; false when it does not.
+    bool setTo(const Nest& other);
+
+    /// Merges slot by slot; false when any slot failed.
+    bool merge(const Nest& other);
+
+    /// Drops all slots; the branches are kept for reuse.
+    void clear();
+
+    /// Dumps the branches on the debug stream, one a message.
+    void print() const;
+
+private:
+    ManagedArray<Branch*> mBranches;
+};
+
+} // namespace domain

@@ -1,0 +1,62 @@
+#include "domain/domainpatternindex.h"
+
+#include <QHashFunctions>
+
+#include <algorithm>
+
+namespace domain {
+
+namespace {
+
+constexpr std::size_t FIRST_SLOTS = 32;
+
+} // namespace
+
+std::size_t PatternIndex::hashOf(const Pattern& pattern) {
+    const auto entries = static_cast<std::size_t>(pattern.mSequence.size());
+    return qHashBits(pattern.mSequence.data(), entries * sizeof(int));
+}
+
+void PatternIndex::clear() {
+    if (mSize > 0)
+        std::fill(mSlots.begin(), mSlots.end(), slot());
+    mSize = 0;
+}
+
+Pattern* PatternIndex::find(std::size_t hash, const Pattern& pattern) const {
+    if (mSize == 0)
+        return nullptr;
+    const std::size_t mask = mSlots.size() - 1;
+    for (std::size_t at = hash & mask; mSlots[at].pattern; at = (at + 1) & mask) {
+        const slot& candidate = mSlots[at];
+        if (candidate.hash == hash && candidate.pattern->isSameSequence(pattern))
+            return candidate.pattern;
+    }
+    return nullptr;
+}
+
+void PatternIndex::insert(std::size_t hash, Pattern* pattern) {
+    if (static_cast<std::size_t>(mSize) * 2 >= mSlots.size())
+        grow();
+    place(mSlots, {hash, pattern});
+    ++mSize;
+}
+
+void PatternIndex::grow() {
+    std::vector<slot> slots(std::max(FIRST_SLOTS, mSlots.size() * 2));
+    for (const slot& entry : mSlots) {
+        if (entry.pattern)
+            place(slots, entry);
+    }
+    mSlots.swap(slots);
+}
+
+void PatternIndex::place(std::vector<slot>& slots, const slot& entry) {
+    const std::size_t mask = slots.size() - 1;
+    std::size_t at = entry.hash & mask;
+    while (slots[at].pattern)
+        at = (at + 1) & mask;
+    slots[at] = entry;
+}
+
+} // namespace domain

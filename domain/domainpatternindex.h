@@ -1,0 +1,41 @@
+#pragma once
+
+#include "domain/domainpattern.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace domain {
+
+/// Finds a pattern by its sequence in constant time: an open-addressed hash table of patterns that
+/// it does not own, grown by doubling at half full. Clearing it keeps its storage.
+/// A pattern's sequence must not change while the index holds it.
+class PatternIndex {
+public:
+    /// The hash of a sequence, for `find` and `insert`.
+    static std::size_t hashOf(const Pattern& pattern);
+
+    int size() const { return mSize; }
+
+    void clear();
+
+    /// The indexed pattern with `pattern`'s sequence, the one inserted first, or null.
+    Pattern* find(std::size_t hash, const Pattern& pattern) const;
+
+    /// Throws `std::bad_alloc`, with the index unchanged, when the table cannot grow.
+    void insert(std::size_t hash, Pattern* pattern);
+
+private:
+    struct slot {
+        std::size_t hash = 0;
+        Pattern* pattern = nullptr;
+    };
+
+    void grow();
+    static void place(std::vector<slot>& slots, const slot& entry);
+
+    std::vector<slot> mSlots; ///< Empty or a power of two of them.
+    int mSize = 0;
+};
+
+} // namespace domain

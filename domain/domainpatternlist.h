@@ -1,0 +1,48 @@
+#pragma once
+
+#include "collections/managedlist.h"
+#include "domain/domainpattern.h"
+#include "domain/domainpatternindex.h"
+
+namespace domain {
+
+/// The patterns of one branch, in the order of their discovery; `merge` never stores a sequence
+/// twice. The list owns its patterns and recycles them. A stored pattern's sequence is not changed
+/// from outside: a long list finds sequences by hash.
+class PatternList : public ManagedList<Pattern*> {
+public:
+    class Factory : public ManagedFactory<Pattern*> {
+    public:
+        using ManagedFactory::ManagedFactory;
+        Pattern* nullObject() const override;
+        Pattern* newObject() const override;
+        void deleteObject(Pattern* pattern) const override;
+        void initializeObject(Pattern* pattern) const override;
+        Pattern* setObject(Pattern* target, Pattern* source) const override;
+    };
+
+    PatternList();
+
+    void clear() override;
+
+    /// Counts one more find of the stored pattern with the same sequence or, when there is none,
+    /// appends a copy, count included. False, with the list unchanged, when no pattern can be made.
+    bool merge(const Pattern& pattern);
+
+    /// Merges every pattern of `other`, in its order. `other` may be this list.
+    void merge(const PatternList& other);
+
+    /// Copies every pattern, in order; one that cannot be made is skipped.
+    PatternList& operator=(const PatternList& other);
+
+private:
+    bool isIndexed() const;
+    void index();
+    Pattern* findByWalking(const Pattern& pattern) const;
+    bool append(const Pattern& pattern);
+    bool mergeIndexed(const Pattern& pattern);
+
+    PatternIndex mIndex; ///< Empty, or of all patterns.
+};
+
+} // namespace domain
