@@ -13,7 +13,8 @@ target_compile_features(quillon_options INTERFACE cxx_std_20)
 target_include_directories(quillon_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(quillon_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror
-    -fmacro-prefix-map=${PROJECT_SOURCE_DIR}=Quillon)
+    -fmacro-prefix-map=${PROJECT_SOURCE_DIR}=Quillon
+    -fvisibility=hidden -fvisibility-inlines-hidden) # Qt asks for -fPIC: let calls be inlined still
 target_compile_definitions(quillon_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
     QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)

@@ -1,0 +1,326 @@
+#include "json/jsonparser.h"
+#include "tests/json/plainparser.h"
+#include "tests/json/recorder.h"
+
+#include <QBuffer>
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <map>
+#include <random>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using namespace std::string_view_literals;
+
+/// Which of its starts a root reader answers with a push, and of whom.
+enum class Pushes { Nothing, ItselfInArrays, Itself, ChildInObjects, TwiceInObjects };
+
+/// The lines of a parse of `text` by `parse(root)`, and its result as the last line.
+template <typename Parse>
+std::string record(Pushes pushes, Parse parse) {
+    std::string lines;
+    json::Reader* self = nullptr;
+    Recorder child("child ", lines);
+    const Recorder::Hook none;
+    const Recorder::Hook itself = [&self](json::Stack& stack) { stack.push(self); };
+    const Recorder::Hook other = [&child](json::Stack& stack) { stack.push(&child); };
+    const Recorder::Hook twice = [&itself](json::Stack& stack) {
+        itself(stack);
+        itself(stack);
+    };
+    const std::map<Pushes, Recorder::Hook> objects{
+        {Pushes::Itself, itself}, {Pushes::ChildInObjects, other}, {Pushes::TwiceInObjects, twice}};
+    const std::map<Pushes, Recorder::Hook> arrays{{Pushes::Itself, itself},
+                                                  {Pushes::ItselfInArrays, itself}};
+    Recorder root("", lines, objects.count(pushes) ? objects.at(pushes) : none,
+                  arrays.count(pushes) ? arrays.at(pushes) : none);
+    self = &root;
+    const bool result = parse(&root);
+    return lines + (result ? "true\n" : "false\n");
+}
+
+bool parseBytes(json::Parser& parser, QByteArray bytes, json::Reader* reader) {
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return parser.parse(&buffer, reader);
+}
+
+std::string parsed(std::string_view text, Pushes pushes = Pushes::Nothing) {
+    json::Parser parser;
+    return record(pushes, [&](json::Reader* root) {
+        return parseBytes(parser, QByteArray(text.data(), qsizetype(text.size())), root);
+    });
+}
+
+struct Row {
+    std::string_view text;
+    std::vector<std::string> lines;
+    Pushes pushes = Pushes::Nothing;
+};
+
+void check(const std::vector<Row>& rows) {
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        std::string expected;
+        for (const std::string& line : row.lines)
+            expected += line + '\n';
+        EXPECT_EQ(parsed(row.text, row.pushes), expected);
+    }
+}
+
+TEST(Parser, ReportsMembers) {
+    check({
+        {R"({"a": 5})", {"{ null @0", "float 'a' 5 @0", "true"}},
+        {R"({"a": "x y"})", {"{ null @0", "string 'a' 'x y' @0", "true"}},
+        {R"({"a": ""})", {"{ null @0", "string 'a' null @0", "true"}},
+        {R"({"": "b"})", {"{ null @0", "string null 'b' @0", "true"}},
+        {R"({"a":{"b":[{}]}})", {"{ null @0", "{ 'a' @0", "[ 'b' @0", "{ null @0", "true"}},
+        {R"({"a": true, "b": null, "c": -3.25})", {"{ null @0", "float 'c' -3.25 @0", "true"}},
+        {R"({"a": "{[,:]}"})", {"{ null @0", "string 'a' '{[,:]}' @0", "true"}},
+        {R"("t": 4 )", {"float 't' 4 @0", "true"}},
+    });
+}
+
+TEST(Parser, CountsTheScalarsOfAnArray) {
+    check({
+        {R"(["a", "", 2, true, 3])",
+         {"[ null @0", "string null 'a' @0", "float null 2 @1", "float null 3 @2", "true"}},
+        {"[1[2 3]4]", {"[ null @0", "[ null @0", "float null 3 @0", "float null 4 @0", "true"}},
+        {R"(["a" 1"b",])", {"[ null @0", "string null 'a' @0", "string null 'b' @1", "true"}},
+        {"[7,[8,[9]]]",
+         {"[ null @0", "float null 7 @0", "[ null @0", "float null 8 @0", "[ null @0",
+          "float null 9 @0", "] @1", "pop", "] @1", "pop", "] @1", "pop", "true"},
+         Pushes::Itself},
+    });
+}
+
+TEST(Parser, MemberValueTakesItsNameWithIt) {
+    check({
+        {R"([{"t": "u"}, "s"])",
+         {"[ null @0", "{ null @0", "string 't' 'u' @0", "string null 's' @0", "true"}},
+        {R"([{"t": 1}, "s"])",
+         {"[ null @0", "{ null @0", "float 't' 1 @0", "string null 's' @0", "true"}},
+        {R"([{"t": true}, "s"])", {"[ null @0", "{ null @0", "string null 's' @0", "true"}},
+        {R"([{"t" bare}, "s"])",
+         {"[ null @0", "{ null @0", "string null 't' @0", "string null 's' @1", "true"}},
+    });
+}
+
+TEST(Parser, QuoteAfterBackslashEndsTheString) {
+    check({
+        {R"({"a": "x\"y"})", {"{ null @0", "string 'a' 'x\\' @0", "false"}},
+        {R"(["\u0041\\"])", {"[ null @0", "string null '\\u0041\\\\' @0", "true"}},
+    });
+}
+
+TEST(Parser, BareValueRunsOverOpeningBracketsColonsAndQuotes) {
+    check({
+        {"[1{},2]", {"[ null @0", "{ null @0", "float null 2 @0", "true"}},
+        {R"([1"a"2])", {"[ null @0", "string null 'a' @0", "true"}},
+        {"[4:5,6]", {"[ null @0", "float null 6 @0", "true"}},
+        {"{a:5,:6 }", {"{ null @0", "float null 6 @0", "true"}},
+        {"[1\xc2\xa0"
+         "2\xe2\x80\xa8"
+         "3\xc2\x85"
+         "4\v5]",
+         {"[ null @0", "float null 1 @0", "float null 2 @1", "float null 3 @2", "float null 4 @3",
+          "float null 5 @4", "true"}},
+        {"[1\xe2\x80\x8b ]", {"[ null @0", "true"}}, // a zero-width space is none
+    });
+}
+
+TEST(Parser, EndOfTextFlushesNothing) {
+    check({
+        {"", {"true"}},
+        {R"({"a": 1)", {"{ null @0", "true"}},
+        {R"(["a", "b")", {"[ null @0", "string null 'a' @0", "true"}},
+        {"\"", {"false"}},
+        {"[\"a", {"[ null @0", "false"}},
+        {"\0[1]"sv, {"true"}},
+        {"[1\0,2]"sv, {"[ null @0", "true"}},
+        {"[\"a\0b\"]"sv, {"[ null @0", "false"}},
+        {"[1,\0\"a\"]"sv, {"[ null @0", "float null 1 @0", "true"}},
+    });
+}
+
+TEST(Parser, ClosingBracketPopsToItsOwnKind) {
+    check({
+        {"{]", {"{ null @0", "] @0", "pop", "false"}},
+        {"}", {"} @0", "pop", "false"}},
+        {"[{{],2]3",
+         {"[ null @0", "{ null @0", "{ null @0", "float null 2 @0", "] @1", "pop", "false"}},
+        {R"([{"a":1])",
+         {"[ null @0", "{ null @0", "string null 'a' @0", "float null 1 @1", "true"}},
+        {"{[}", {"{ null @0", "[ null @0", "true"}},
+        {R"({"a"[{ ])",
+         {"{ null @0", "[ 'a' @0", "{ null @0", "] @0", "pop", "] @0", "pop", "true"},
+         Pushes::Itself},
+        {"[{}]}",
+         {"[ null @0", "{ null @0", "} @0", "pop", "] @0", "pop", "} @0", "pop", "false"},
+         Pushes::Itself},
+    });
+}
+
+TEST(Parser, EndsAreToldToTheReadersPushedInside) {
+    check({
+        {R"({"n": 7, "e": ["a", 3, "", true, {"k": "v"}, 4]})",
+         {"{ null @0", "float 'n' 7 @0", "[ 'e' @0", "string null 'a' @0", "float null 3 @1",
+          "{ null @0", "string 'k' 'v' @0", "float null 4 @2", "] @3", "pop", "true"},
+         Pushes::ItselfInArrays},
+        {R"([{"a": [1]}, 2])",
+         {"[ null @0", "{ null @0", "child [ 'a' @0", "child float null 1 @0", "child } @0",
+          "child pop", "float null 2 @0", "true"},
+         Pushes::ChildInObjects},
+        {"{}", {"{ null @0", "} @0", "pop", "} @0", "pop", "true"}, Pushes::TwiceInObjects},
+    });
+}
+
+TEST(Parser, RefusesNullArguments) {
+    json::Parser parser;
+    json::Reader reader;
+    QBuffer empty;
+    empty.open(QIODevice::ReadOnly);
+    EXPECT_FALSE(parser.parse(nullptr, &reader));
+    EXPECT_FALSE(parser.parse(&empty, nullptr));
+    EXPECT_FALSE(parser.push(nullptr));
+    EXPECT_TRUE(parser.parse(&empty, &reader));
+}
+
+TEST(Parser, ServesOneTextAfterTheOther) {
+    QByteArray nested;
+    for (int depth = 0; depth < 10; ++depth)
+        nested += "{\"m\": [" + QByteArray::number(depth) + ",";
+    nested += QByteArray("]}").repeated(10);
+    const std::string once = parsed(nested.toStdString(), Pushes::Itself);
+    json::Parser parser;
+    json::Reader deaf;
+    for (const char* left : {"[\"key", "[\"key\"", "[12", "{\"key\":", "]"}) {
+        SCOPED_TRACE(left);
+        parseBytes(parser, left, &deaf);
+        EXPECT_EQ(
+            record(Pushes::Nothing, [&](auto* root) { return parseBytes(parser, "[]", root); }),
+            "[ null @0\ntrue\n");
+        EXPECT_EQ(
+            record(Pushes::Itself, [&](auto* root) { return parseBytes(parser, nested, root); }),
+            once);
+    }
+}
+
+/// Clears the parser as it is popped.
+struct LeavingReader : json::Reader {
+    explicit LeavingReader(json::Parser& from)
+        : parser(from) {}
+
+    void jsonPop() override { parser.clear(); }
+
+    json::Parser& parser;
+};
+
+TEST(Parser, StopsWhenAReaderClearsIt) {
+    json::Parser parser;
+    const auto clear = [&parser](json::Stack&) { parser.clear(); };
+    std::string lines;
+    Recorder reader("", lines, clear);
+    EXPECT_FALSE(parseBytes(parser, "[1,{\"a\":2}]", &reader));
+    EXPECT_EQ(lines, "[ null @0\nfloat null 1 @0\n{ null @0\n");
+    EXPECT_EQ(parser.arrayIndex(), 0);
+    LeavingReader leaving(parser);
+    EXPECT_FALSE(parseBytes(parser, "{}]", &leaving));
+}
+
+/// Sees whether strings have storage of their own.
+struct StorageReader : json::Reader {
+    void jsonString(json::Stack&, const QString& key, const QString& value) override {
+        keys.push_back(key.capacity() > 0);
+        values.push_back(value.capacity() > 0);
+    }
+
+    std::vector<bool> keys;
+    std::vector<bool> values;
+};
+
+TEST(Parser, CopiesMemberStringsOnly) {
+    json::Parser parser;
+    StorageReader reader;
+    parseBytes(parser, R"({"name": "text", "list": ["element"]})", &reader);
+    EXPECT_EQ(reader.keys, (std::vector{false, false}));
+    EXPECT_EQ(reader.values, (std::vector{true, false}));
+}
+
+TEST(Parser, ClosesMillionsOfBracketsWithoutWalkingTheStack) {
+    const qsizetype depth = 1'000'000;
+    const QByteArray text = QByteArray("[").repeated(depth) + QByteArray("{1 }").repeated(depth) +
+                            QByteArray("]").repeated(depth);
+    json::Parser parser;
+    json::Reader deaf;
+    EXPECT_TRUE(parseBytes(parser, text, &deaf));
+}
+
+struct NumberReader : json::Reader {
+    void jsonFloat(json::Stack&, const QString&, double value) override {
+        bits.push_back(std::bit_cast<quint64>(value));
+    }
+
+    std::vector<quint64> bits;
+};
+
+TEST(Parser, ConvertsNumbersAsQStringDoes) {
+    std::mt19937 random(7);
+    const std::vector<std::string> seeds{"0123456789", "0123456789.", "0123456789.-+eE", "-.1",
+                                         "infa-+"};
+    std::string text = "[inf,-inf,nan,1e999,0x10,1_0,007,-0,-0.0,9007199254740993,1e3,";
+    for (int i = 0; i < 100'000; ++i) {
+        const std::string& seed = seeds[random() % seeds.size()];
+        for (std::size_t left = random() % 20; left > 0; --left)
+            text += seed[random() % seed.size()];
+        text += ',';
+    }
+    text += ']';
+    std::vector<quint64> expected;
+    const auto spans = QString::fromStdString(text.substr(1, text.size() - 2)).split(u',');
+    for (const QString& span : spans) {
+        bool ok = false;
+        const double value = span.toDouble(&ok);
+        if (ok)
+            expected.push_back(std::bit_cast<quint64>(value));
+    }
+    json::Parser parser;
+    NumberReader reader;
+    parseBytes(parser, QByteArray::fromStdString(text), &reader);
+    EXPECT_GT(expected.size(), 30'000u);
+    EXPECT_EQ(reader.bits, expected);
+}
+
+/// Begins nested, so that not every text ends at its first stray bracket.
+QString randomText(std::mt19937& random) {
+    static const QStringList PIECES =
+        u"{|}|[|]|{|[|{}|[]|:|,|,|\"|\\|\"k\":|\"s\"|\"s\",|\"\"|\"a b\"|1|23|-4.5|,6,|e|true| |\n|"
+        u"\u00a0|\u2028|\u00e9|\U0001f600"_qs.split(u'|');
+    QString text;
+    for (std::size_t left = random() % 8; left > 0; --left)
+        text += random() % 2 ? u'{' : u'[';
+    for (std::size_t left = random() % 80; left > 0; --left)
+        text += random() % 300 ? PIECES[qsizetype(random() % std::size_t(PIECES.size()))]
+                               : QString(QChar(0));
+    return text;
+}
+
+TEST(Parser, AgreesWithThePlainRulesOnRandomTexts) {
+    std::mt19937 random(301);
+    json::Parser parser; // one for all texts: nothing may be left over
+    for (int i = 0; i < 20'000; ++i) {
+        const QString text = randomText(random);
+        const auto pushes = static_cast<Pushes>(random() % 5);
+        const std::string expected =
+            record(pushes, [&](auto* root) { return PlainParser(text).parse(root); });
+        const std::string actual =
+            record(pushes, [&](auto* root) { return parseBytes(parser, text.toUtf8(), root); });
+        ASSERT_EQ(actual, expected) << "text " << i << ": " << text.toStdString();
+    }
+}
+
+} // namespace
