@@ -1,0 +1,129 @@
+#include "domain/domainnestreader.h"
+
+#include "json/jsonstack.h"
+
+namespace domain {
+
+namespace {
+
+const QString DOWN_SZ = QStringLiteral("down");
+const QString UP_SZ = QStringLiteral("up");
+const QString MENU_SZ = QStringLiteral("menu");
+
+// Positions in an event array.
+constexpr int KEY_AT = 1;
+constexpr int X_AT = 2;
+constexpr int Y_AT = 3;
+
+int gestureOf(const QString& name) {
+    if (name == DOWN_SZ)
+        return GESTURE_DOWN;
+    if (name == UP_SZ)
+        return GESTURE_UP;
+    if (name == MENU_SZ)
+        return GESTURE_MENU;
+    return GESTURE_NONE;
+}
+
+double singlePrecision(double value) {
+    return static_cast<double>(static_cast<float>(value));
+}
+
+} // namespace
+
+NestReader::NestReader(Analysis& analysis)
+    : mAnalysis(analysis) {}
+
+bool NestReader::begin(Nest& target) {
+    mTarget = &target;
+    mKeys.clear();
+    mRecordingCount = 0;
+    mEventCount = 0;
+    for (int i = 0; i < target.size(); ++i) {
+        const Branch* branch = target.branchAt(i);
+        if (branch && branch->mGesture >= 0 && branch->isValid())
+            mKeys.insert(branch->mKey, i);
+    }
+    return true;
+}
+
+void NestReader::startObject(json::Stack& stack, const QString& /*key*/) {
+    stack.push(this);
+    mNest.clear();
+    mTrace.mIndices.setSize(0);
+}
+
+void NestReader::endObject(json::Stack& /*stack*/) {
+    ++mRecordingCount;
+    addNest();
+}
+
+void NestReader::startArray(json::Stack& stack, const QString& key) {
+    stack.push(this);
+    mBranch.clear();
+    mBranch.mGesture = gestureOf(key);
+}
+
+void NestReader::endArray(json::Stack& /*stack*/) {
+    addBranch(mBranch);
+    mBranch.clear();
+}
+
+void NestReader::jsonString(json::Stack& stack, const QString& /*key*/, const QString& value) {
+    if (mBranch.mGesture != GESTURE_NONE && stack.arrayIndex() == KEY_AT)
+        mBranch.mKey = QString(value.constData(), value.size()); // `value` may be the parser's text
+}
+
+void NestReader::jsonFloat(json::Stack& stack, const QString& /*key*/, double value) {
+    if (mBranch.mGesture == GESTURE_NONE)
+        return;
+    const int position = stack.arrayIndex();
+    if (position == X_AT) {
+        mBranch.mBounds.setX(singlePrecision(value));
+        mBranch.mBounds.setWidth(1);
+    } else if (position == Y_AT) {
+        mBranch.mBounds.setY(singlePrecision(value));
+        mBranch.mBounds.setHeight(1);
+    }
+}
+
+void NestReader::addBranch(const Branch& event) {
+    if (event.mGesture == GESTURE_NONE || !event.isValid())
+        return;
+    const int index = indexOf(event.mKey);
+    if (index < 0)
+        return;
+    ++mEventCount;
+    mNest.merge(index, event);
+    if (event.mGesture != GESTURE_UP)
+        mTrace.mIndices.add(index);
+}
+
+void NestReader::addNest() {
+    if (mNest.size() == 0)
+        return;
+    mAnalysis.on(mNest, mTrace);
+    for (int i = 0; i < mNest.size(); ++i) {
+        Branch* branch = mNest.branchAt(i);
+        if (branch && branch->mGesture != GESTURE_NONE) {
+            mTarget->merge(i, *branch);
+            branch->mGesture = GESTURE_NONE;
+        }
+    }
+    mNest.clear();
+}
+
+/// The branch index of a key, reserved in the target at the key's first appearance; -1 when the
+/// target cannot grow.
+int NestReader::indexOf(const QString& key) {
+    const auto known = mKeys.constFind(key);
+    if (known != mKeys.constEnd())
+        return *known;
+    const int index = mTarget->size();
+    if (!mTarget->addSlot())
+        return -1;
+    mKeys.insert(key, index);
+    return index;
+}
+
+} // namespace domain

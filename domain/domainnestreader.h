@@ -1,0 +1,63 @@
+#pragma once
+
+#include "domain/domainanalysis.h"
+#include "domain/domainbranch.h"
+#include "domain/domainnest.h"
+#include "domain/domaintrace.h"
+#include "json/jsonreader.h"
+
+#include <QHash>
+#include <QString>
+
+namespace domain {
+
+/// Turns a trace log into a nest, as the parser reads it. Every JSON object is a recording and
+/// every array member of it named "down", "up" or "menu" an event:
+/// [anything, key, x, y]. A recording's events are collected in a nest and a trace of its own,
+/// examined by the analysis stage at the object's end, and merged into the target by branch index.
+/// Each distinct key gets the target's next free index at its first appearance.
+///
+/// A recording that is never closed leaves only its reserved slots in the target, and an object
+/// nested in another one discards the outer object's events before it. What the reader cannot use
+/// it drops in silence. One reader serves many parses, on one thread at a time.
+class NestReader : public json::Reader {
+public:
+    /// `analysis` is not owned and only referred to until the first recording ends.
+    explicit NestReader(Analysis& analysis);
+
+    /// Prepares for a parse into `target`, which is not owned; the keys that it holds keep their
+    /// indices. Always true.
+    bool begin(Nest& target);
+
+    void startObject(json::Stack& stack, const QString& key) override;
+    void endObject(json::Stack& stack) override;
+    void startArray(json::Stack& stack, const QString& key) override;
+    void endArray(json::Stack& stack) override;
+    void jsonString(json::Stack& stack, const QString& key, const QString& value) override;
+    void jsonFloat(json::Stack& stack, const QString& key, double value) override;
+
+    /// Recordings ended and events read since `begin`, "up" events included.
+    int recordingCount() const { return mRecordingCount; }
+
+    int eventCount() const { return mEventCount; }
+
+    /// Adds an event to the recording; one without gesture or key is dropped.
+    void addBranch(const Branch& event);
+
+    /// Ends the recording: analyses it and merges its branches into the target.
+    void addNest();
+
+private:
+    int indexOf(const QString& key);
+
+    Nest* mTarget = nullptr;
+    Analysis& mAnalysis;
+    Nest mNest;                ///< The recording's branches, at their final indices.
+    Trace mTrace;              ///< The recording's events without "up".
+    Branch mBranch;            ///< The event being read.
+    QHash<QString, int> mKeys; ///< Branch indices of the target's keys.
+    int mRecordingCount = 0;
+    int mEventCount = 0;
+};
+
+} // namespace domain

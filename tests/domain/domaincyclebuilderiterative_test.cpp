@@ -1,0 +1,184 @@
+#include "domain/domaincyclebuilderiterative.h"
+#include "tests/domain/describe.h"
+#include "tests/domain/plaincyclebuilder.h"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+using domain::CycleBuilderIterative;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// The nest of `indices` after a whole run; the branches of `menus` are menu branches.
+void analyse(domain::Nest& nest, const std::vector<int>& indices, const std::set<int>& menus = {}) {
+    domain::Trace trace;
+    model::fill(nest, trace, indices);
+    for (const int menu : menus) {
+        if (domain::Branch* branch = nest.branchAt(menu))
+            branch->mGesture = domain::GESTURE_MENU;
+    }
+    CycleBuilderIterative builder;
+    ASSERT_TRUE(builder.begin(nest, trace));
+    builder.run();
+}
+
+std::vector<std::string> patternsOf(const domain::Nest& nest) {
+    std::vector<std::string> texts;
+    for (int i = 0; i < nest.size(); ++i)
+        texts.push_back(model::describe(nest.branchAt(i)->mPatterns));
+    return texts;
+}
+
+TEST(CycleBuilder, FindsTheRunsOfSmallTraces) {
+    const struct {
+        const char* name;
+        std::vector<int> trace;
+        std::set<int> menus;
+        std::vector<std::string> patterns; ///< By branch.
+    } rows[] = {
+        {"empty", {}, {}, {}},
+        {"two events", {0, 0}, {}, {""}},
+        {"immediate repeats", {0, 0, 0}, {}, {""}},
+        {"there and back", {1, 0, 1}, {}, {"", "1,0,1x0"}},
+        {"overlapping and nested", {0, 1, 0, 1, 0}, {}, {"0,1,0x1 0,1,0,1,0x0", "1,0,1x0"}},
+        {"a menu branch stores nothing", {0, 1, 2, 0, 1}, {1}, {"0,1,2,0x0", "", ""}},
+        {"a repeat at once spoils the longer run", {0, 0, 1, 0}, {}, {"0,1,0x0", ""}},
+        // The menu's collapsed step 0 is jumped over whole, so the run 1,0,1 at 1 is found by the
+        // pass for 2 but the pass for 3 never starts from position 1.
+        {"a menu branch collapses", {0, 1, 0, 2, 1, 3}, {0}, {"", "", "", ""}},
+        {"a distance of 5 is too far for 47 events", {0, 1, 2, 3, 4, 0}, {}, {"", "", "", "", ""}},
+    };
+
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        domain::Nest nest;
+        analyse(nest, row.trace, row.menus);
+        EXPECT_EQ(patternsOf(nest), row.patterns);
+    }
+}
+
+/// `size` events of which only the first and the one `distance` later are the same.
+std::vector<int> oneRun(int size, int distance) {
+    std::vector<int> trace;
+    for (int i = 0; i < size; ++i)
+        trace.push_back(i == distance ? 0 : i);
+    return trace;
+}
+
+TEST(CycleBuilder, ReachesAnEighthOfTheTraceAndAtLeastFour) {
+    const struct {
+        int size;
+        int farthest;
+    } rows[] = {{5, 4}, {47, 4}, {48, 5}, {100, 11}, {104, 12}};
+
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.size);
+        domain::Nest nest;
+        analyse(nest, oneRun(row.size, row.farthest));
+        EXPECT_TRUE(nest.branchAt(0)->hasPatterns());
+        if (row.farthest + 1 < row.size) {
+            analyse(nest, oneRun(row.size, row.farthest + 1));
+            EXPECT_FALSE(nest.branchAt(0)->hasPatterns());
+        }
+    }
+}
+
+TEST(CycleBuilder, CollapsesARunThatItCannotStore) {
+    domain::Nest nest;
+    domain::Trace trace;
+    model::fill(nest, trace, {0, 1, 0, 1, 0});
+    domain::Nest none; // no branch for any index
+    CycleBuilderIterative builder;
+    ASSERT_TRUE(builder.begin(none, trace));
+    builder.run(2);
+    EXPECT_TRUE(builder.isCycle(0, 4)); // only because the 0 between is collapsed
+    builder.run();
+    EXPECT_EQ(none.size(), 0);
+}
+
+TEST(CycleBuilder, StoresNoRunThroughANegativeIndex) {
+    domain::Nest nest;
+    domain::Trace trace;
+    model::fill(nest, trace, {0});
+    for (const int index : {-1, 0, -1})
+        trace.mIndices.add(index);
+    CycleBuilderIterative builder;
+    ASSERT_TRUE(builder.begin(nest, trace));
+    builder.run();
+    EXPECT_FALSE(nest.branchAt(0)->hasPatterns());
+}
+
+TEST(CycleBuilder, CarriesNothingOverToTheNextRecording) {
+    domain::Nest first;
+    domain::Nest second;
+    domain::Trace trace;
+    model::fill(first, trace, {0, 1, 0, 1, 0});
+    CycleBuilderIterative builder;
+    ASSERT_TRUE(builder.begin(first, trace));
+    builder.run();
+    model::fill(second, trace, {0, 1, 0});
+    ASSERT_TRUE(builder.begin(second, trace));
+    builder.run();
+    EXPECT_THAT(patternsOf(second), ElementsAre("0,1,0x0", ""));
+}
+
+std::vector<int> randomTrace(const std::string& shape, std::mt19937& rng) {
+    const int size = std::uniform_int_distribution<int>(3, 400)(rng);
+    const int keys = std::uniform_int_distribution<int>(2, 12)(rng);
+    std::uniform_int_distribution<int> uniform(0, keys - 1);
+    std::vector<int> trace;
+    for (int i = 0; i < size; ++i) {
+        int index = uniform(rng);
+        if (shape == "skewed")
+            index = std::min(index, uniform(rng));
+        else if (shape == "periodic" && rng() % 16 != 0)
+            index = i % keys;
+        else if (shape == "hub" && i % 2 == 0)
+            index = 0;
+        else if (shape == "alternating")
+            index = i % 2;
+        trace.push_back(index);
+    }
+    return trace;
+}
+
+TEST(CycleBuilder, AgreesWithThePlainRulesOnRandomTraces) {
+    std::mt19937 rng(301);
+    for (const std::string shape : {"uniform", "skewed", "periodic", "hub", "alternating"}) {
+        for (int round = 0; round < 60; ++round) {
+            SCOPED_TRACE(shape + " " + std::to_string(round));
+            const std::vector<int> trace = randomTrace(shape, rng);
+            const std::set<int> menus = round % 3 == 0 ? std::set<int>{1} : std::set<int>();
+            domain::Nest nest;
+            analyse(nest, trace, menus);
+
+            PlainCycleBuilder plain(trace, menus);
+            std::vector<std::string> expected(static_cast<std::size_t>(nest.size()));
+            domain::Pattern pattern;
+            for (const auto& [index, patterns] : plain.run()) {
+                std::string& text = expected[static_cast<std::size_t>(index)];
+                for (const auto& found : patterns) {
+                    model::fill(pattern, found.sequence, found.count);
+                    text += (text.empty() ? "" : " ") + model::describe(pattern);
+                }
+            }
+            ASSERT_EQ(patternsOf(nest), expected);
+        }
+    }
+}
+
+TEST(Trace, AnswersMinusOneOutside) {
+    domain::Trace trace;
+    trace.mIndices.add(7);
+    EXPECT_EQ(trace.at(-1), -1);
+    EXPECT_EQ(trace.at(0), 7);
+    EXPECT_EQ(trace.at(1), -1);
+}
+
+} // namespace

@@ -1,0 +1,140 @@
+#include "domain/domainblackboard.h"
+#include "domain/domainnestreader.h"
+#include "json/jsonparser.h"
+#include "tests/domain/describe.h"
+
+#include <QBuffer>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using domain::Nest;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+void read(domain::NestReader& reader, Nest& target, const QByteArray& text) {
+    QBuffer buffer;
+    buffer.setData(text);
+    buffer.open(QIODevice::ReadOnly);
+    reader.begin(target);
+    json::Parser().parse(&buffer, &reader);
+}
+
+void read(Nest& target, const QByteArray& text) {
+    domain::Blackboard analysis;
+    domain::NestReader reader(analysis);
+    read(reader, target, text);
+}
+
+/// Keeps what each recording hands to the analysis.
+class Recorder : public domain::Analysis {
+public:
+    void on(Nest& nest, const domain::Trace& trace) override {
+        std::vector<int> indices;
+        for (int i = 0; i < trace.mIndices.size(); ++i)
+            indices.push_back(trace.at(i));
+        mTraces.push_back(indices);
+        mSizes.push_back(nest.size());
+    }
+
+    std::vector<std::vector<int>> mTraces;
+    std::vector<int> mSizes;
+};
+
+TEST(NestReader, ReadsTheEventsItCanUse) {
+    const struct {
+        const char* text;
+        std::vector<std::string> branches;
+    } rows[] = {
+        {"", {}},
+        {"[1, \"a\"]", {}},
+        {"{}", {}},
+        {"{\"down\":[0,\"K\",12,8]}", {"K 1 (12 8 1 1): "}},
+        {"{\"up\":[0,\"K\",12,8]}", {"K 2 (12 8 1 1): "}},
+        {"{\"menu\":[0,\"K\",-12.5,8,9,\"x\"]}", {"K 3 (-12.5 8 1 1): "}},
+        {"{\"Down\":[0,\"K\",12,8],\"move\":[0,\"K\",1,2]}", {}},
+        {"{\"down\":[0,\"K\"]}", {"K 1 (0 0 0 0): "}},
+        {"{\"down\":[0,\"K\",5]}", {"K 1 (5 0 1 0): "}},
+        {"{\"down\":[\"t\",\"K\",\"x\",7]}", {"K 1 (0 7 0 1): "}},
+        {"{\"down\":[0,7,5,6]}", {}},
+        {"{\"down\":[0]}", {}},
+        {"{\"down\":[0,\"\",\"K\",5,6]}", {"K 1 (5 6 1 1): "}},
+        {"{\"down\":[0,true,\"K\",null,5,6]}", {"K 1 (5 6 1 1): "}},
+        {"{\"down\":[0,\"K\",1,1],\"up\":[0,\"K\",4,9]}", {"K 1 (1 1 4 9): "}},
+        {"[{\"down\":[0,\"K\",1,1]},{\"menu\":[0,\"K\",3,1]}]", {"K 1 (1 1 3 1): "}},
+        {"{\"down\":[0,\"K\",1e300,\"\",nan]}", {"K 1 (inf nan 1 1): "}},
+        {"{\"down\":[0,\"A\",1,1],\"down\":[0,\"B\",1,1]", {" -1 (0 0 0 0): ", " -1 (0 0 0 0): "}},
+        {"{\"down\":[0,\"Edit\",12,8],\"menu\":[0,\"Paste\",12,30],\"down\":[0,\"Copy\",300,420],"
+         "\"up\":[0,\"Copy\",300,420],\"down\":[0,\"Edit\",14,9],\"menu\":[0,\"Paste\",12,30]}",
+         {"Edit 1 (12 8 3 2): 0,1,2,0x0", "Paste 3 (12 30 1 1): ", "Copy 1 (300 420 1 1): "}},
+    };
+
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        Nest nest;
+        read(nest, row.text);
+        EXPECT_EQ(model::describe(nest), row.branches);
+    }
+}
+
+TEST(NestReader, KeepsSinglePrecision) {
+    Nest nest;
+    read(nest, "{\"down\":[0,\"K\",0.1,0]}");
+    EXPECT_EQ(nest.branchAt(0)->mBounds.x(), static_cast<double>(0.1F));
+}
+
+TEST(NestReader, AnalysesEachRecordingAlone) {
+    Nest nest;
+    read(nest, "[{\"down\":[0,\"A\"],\"down\":[0,\"B\"],\"down\":[0,\"A\"]},"
+               "{\"down\":[0,\"B\"],\"down\":[0,\"A\"],\"down\":[0,\"B\"],\"down\":[0,\"A\"]}]");
+    EXPECT_THAT(model::describe(nest),
+                ElementsAre("A 1 (0 0 0 0): 0,1,0x1", "B 1 (0 0 0 0): 1,0,1x0"));
+}
+
+TEST(NestReader, HandsOnTheTraceWithoutUpEvents) {
+    Recorder recorder;
+    domain::NestReader reader(recorder);
+    Nest nest;
+    read(reader, nest,
+         "[{},{\"up\":[0,\"A\"]},{\"down\":[0,\"B\"],\"up\":[0,\"B\"],\"menu\":[0,\"A\"]}]");
+    EXPECT_THAT(recorder.mTraces, ElementsAre(IsEmpty(), ElementsAre(1, 0)));
+    EXPECT_EQ(reader.recordingCount(), 3);
+    EXPECT_EQ(reader.eventCount(), 4);
+    EXPECT_EQ(nest.branchAt(0)->mGesture, domain::GESTURE_UP);
+}
+
+TEST(NestReader, ANestedObjectDiscardsWhatCameBeforeIt) {
+    Recorder recorder;
+    domain::NestReader reader(recorder);
+    Nest nest;
+    read(reader, nest,
+         "{\"down\":[0,\"lost\"],\"o\":{\"down\":[0,\"in\"]},\"down\":[0,\"after\"]}");
+    EXPECT_THAT(model::describe(nest),
+                ElementsAre(" -1 (0 0 0 0): ", "in 1 (0 0 0 0): ", "after 1 (0 0 0 0): "));
+    // The outer recording's trace still begins with the nested one's events.
+    EXPECT_THAT(recorder.mTraces, ElementsAre(ElementsAre(1), ElementsAre(1, 2)));
+}
+
+TEST(NestReader, KnownKeysKeepTheirIndices) {
+    domain::Blackboard analysis;
+    domain::NestReader reader(analysis);
+    Nest nest;
+    read(reader, nest, "{\"down\":[0,\"A\",1,1],\"down\":[0,\"B\",1,1]}");
+    read(reader, nest, "{\"down\":[0,\"C\",1,1],\"down\":[0,\"B\",5,5]}");
+    EXPECT_THAT(model::describe(nest),
+                ElementsAre("A 1 (1 1 1 1): ", "B 1 (1 1 5 5): ", "C 1 (1 1 1 1): "));
+    Nest other;
+    read(reader, other, "{\"down\":[0,\"B\"]}");
+    EXPECT_THAT(model::describe(other), ElementsAre("B 1 (0 0 0 0): "));
+}
+
+TEST(NestReader, AnalysisBaseLeavesRecordingsAlone) {
+    domain::Analysis none;
+    domain::NestReader reader(none);
+    Nest nest;
+    read(reader, nest, "{\"down\":[0,\"A\"],\"down\":[0,\"B\"],\"down\":[0,\"A\"]}");
+    EXPECT_THAT(model::describe(nest), ElementsAre("A 1 (0 0 0 0): ", "B 1 (0 0 0 0): "));
+}
+
+} // namespace

@@ -1,0 +1,146 @@
+#include "domain/domainpatternlist.h"
+#include "tests/domain/describe.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <set>
+#include <vector>
+
+namespace {
+
+using domain::Pattern;
+using domain::PatternList;
+
+void merge(PatternList& list, const std::vector<int>& sequence, int count = 0) {
+    Pattern pattern;
+    model::fill(pattern, sequence, count);
+    list.merge(pattern);
+}
+
+TEST(Pattern, IsACycleWhenItEndsWhereItBegan) {
+    const struct {
+        std::vector<int> sequence;
+        bool cycle;
+    } rows[] = {{{}, false}, {{4}, false}, {{4, 9}, false}, {{4, 9, 4}, true}, {{4, 4}, true}};
+
+    for (const auto& row : rows) {
+        Pattern pattern;
+        model::fill(pattern, row.sequence);
+        EXPECT_EQ(pattern.isCycle(), row.cycle) << model::describe(pattern);
+    }
+}
+
+TEST(Pattern, IsTheSameSequenceWhateverTheCount) {
+    Pattern a;
+    Pattern b;
+    model::fill(a, {1, 2, 1}, 3);
+    model::fill(b, {1, 2, 1}, 7);
+    EXPECT_TRUE(a.isSameSequence(b));
+    model::fill(b, {1, 2, 1, 2, 1}, 3);
+    EXPECT_FALSE(a.isSameSequence(b));
+}
+
+TEST(PatternList, CountsAKnownSequenceAndAppendsANewOne) {
+    PatternList list;
+    merge(list, {1, 2, 1}, 2);
+    merge(list, {1, 2, 1, 2, 1});
+    merge(list, {1, 2, 1}, 5); // its own count does not matter
+    merge(list, {1, 3, 1}, 5);
+    EXPECT_EQ(model::describe(list), "1,2,1x3 1,2,1,2,1x0 1,3,1x5");
+}
+
+TEST(PatternList, MergedIntoItselfCountsEachOnce) {
+    for (const int size : {3, 40}) {
+        PatternList list;
+        for (int i = 0; i < size; ++i)
+            merge(list, {0, i, 0}, i);
+        list.merge(list);
+        ASSERT_EQ(list.size(), size);
+        for (int i = 0; i < size; ++i)
+            EXPECT_EQ(list.at(i)->mCount, i + 1);
+    }
+}
+
+TEST(PatternList, AssignmentCopiesAndRecycles) {
+    PatternList list;
+    PatternList other;
+    merge(list, {1, 2, 1});
+    merge(list, {1, 3, 1});
+    merge(other, {5, 6, 5}, 4);
+    const std::set<const Pattern*> objects{list.at(0), list.at(1)};
+    list = other;
+    EXPECT_EQ(model::describe(list), "5,6,5x4");
+    EXPECT_EQ(objects.count(list.at(0)), 1U);
+    merge(list, {5, 7, 5});
+    EXPECT_EQ(objects.count(list.at(1)), 1U);
+    list = list;
+    EXPECT_EQ(list.size(), 2);
+    list = PatternList();
+    EXPECT_TRUE(list.isEmpty());
+}
+
+/// The rule itself: the first equal sequence counts, else a copy goes to the back.
+class PlainList {
+public:
+    void merge(const std::vector<int>& sequence) {
+        for (auto& entry : mEntries) {
+            if (entry.first == sequence) {
+                ++entry.second;
+                return;
+            }
+        }
+        mEntries.emplace_back(sequence, 0);
+    }
+
+    void clear() { mEntries.clear(); }
+
+    std::string describe() const {
+        PatternList list;
+        for (const auto& [sequence, count] : mEntries)
+            model::fill(*list.pushBack(), sequence, count);
+        return model::describe(list);
+    }
+
+private:
+    std::vector<std::pair<std::vector<int>, int>> mEntries;
+};
+
+TEST(PatternList, AgreesWithLinearSearchOnRandomMerges) {
+    std::mt19937 rng(77);
+    PatternList list;
+    PatternList copy;
+    PlainList plain;
+    for (int step = 0; step < 6000; ++step) {
+        std::vector<int> sequence(3 + rng() % 3);
+        std::generate(sequence.begin(), sequence.end(),
+                      [&] { return static_cast<int>(rng() % 5); });
+        merge(list, sequence);
+        plain.merge(sequence);
+        if (rng() % 1500 == 0) {
+            list.clear();
+            plain.clear();
+        } else if (rng() % 500 == 0) {
+            copy = list;
+            list.clear();
+            list = copy;
+        }
+        if (step % 200 == 0) {
+            ASSERT_EQ(model::describe(list), plain.describe());
+        }
+    }
+    EXPECT_EQ(model::describe(list), plain.describe());
+}
+
+TEST(PatternList, FindsWhatWasPushedBackByHand) {
+    PatternList list;
+    for (int i = 0; i < 20; ++i)
+        merge(list, {0, i, 0});
+    model::fill(*list.pushBack(), {7, 8, 7});
+    merge(list, {7, 8, 7});
+    EXPECT_EQ(list.size(), 21);
+    EXPECT_EQ(list.at(20)->mCount, 1);
+}
+
+} // namespace

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <vector>
+
+/// The search for repeated runs written down as plainly as its rules read, without a time budget:
+/// what the program's builder is held against.
+class PlainCycleBuilder {
+public:
+    struct found {
+        std::vector<int> sequence;
+        int count;
+    };
+
+    PlainCycleBuilder(std::vector<int> trace, std::set<int> menus)
+        : mTrace(std::move(trace))
+        , mLengths(mTrace.size(), 1)
+        , mMenus(std::move(menus)) {}
+
+    /// All passes; the patterns of each branch in the order of their discovery.
+    const std::map<int, std::vector<found>>& run() {
+        int limit = static_cast<int>(mTrace.size()) / 8;
+        if (limit <= 4)
+            limit = 5;
+        for (int distance = 2; distance < limit; ++distance)
+            pass(distance);
+        return mFound;
+    }
+
+    void pass(int distance) {
+        const int n = static_cast<int>(mTrace.size());
+        if (distance >= n)
+            return;
+        int i = 0;
+        int j = distance;
+        while (true) {
+            const int length = lengthAt(i);
+            if (indexAt(i) == indexAt(j) && isCycle(i, j)) {
+                store(i, j);
+                mLengths[static_cast<std::size_t>(i)] = j - i;
+            }
+            j = j + length;
+            if (j >= n)
+                return;
+            i = i + length;
+        }
+    }
+
+private:
+    int indexAt(int at) const { return mTrace[static_cast<std::size_t>(at)]; }
+
+    int lengthAt(int at) const { return mLengths[static_cast<std::size_t>(at)]; }
+
+    bool isCycle(int i, int j) const {
+        const int v = indexAt(i);
+        if (indexAt(j) != v)
+            return false;
+        if (indexAt(i + 1) == v)
+            return false;
+        if (indexAt(j - 1) == v)
+            return false;
+        int k = i + 1;
+        while (k <= j - 1) {
+            if (indexAt(k) != v)
+                k = k + 1;
+            else if (lengthAt(k) <= 1)
+                return false;
+            else
+                k = k + lengthAt(k);
+        }
+        return true;
+    }
+
+    void store(int i, int j) {
+        if (mMenus.count(indexAt(i)) > 0)
+            return;
+        const std::vector<int> sequence(mTrace.begin() + i, mTrace.begin() + j + 1);
+        std::vector<found>& patterns = mFound[indexAt(i)];
+        const auto known = std::find_if(patterns.begin(), patterns.end(),
+                                        [&](const found& f) { return f.sequence == sequence; });
+        if (known == patterns.end())
+            patterns.push_back({sequence, 0});
+        else
+            ++known->count;
+    }
+
+    std::vector<int> mTrace;
+    std::vector<int> mLengths;
+    std::set<int> mMenus;
+    std::map<int, std::vector<found>> mFound;
+};
