@@ -1,0 +1,188 @@
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QStringDecoder>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+/// Runs the program in a folder of its own, without a display.
+class Report : public testing::Test {
+protected:
+    struct result {
+        int status;
+        std::string out;
+        std::string err;
+    };
+
+    QString write(const QString& name, const QByteArray& text) {
+        QFile file(mDir.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        return name;
+    }
+
+    result run(const QStringList& arguments, const QByteArray& input = QByteArray()) {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const char* display : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+            environment.remove(QString::fromLatin1(display));
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(mDir.path());
+        process.start(QStringLiteral(QUILLON_REPORT), arguments);
+        process.write(input);
+        process.closeWriteChannel();
+        EXPECT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+        return {process.exitCode(), process.readAllStandardOutput().toStdString(),
+                process.readAllStandardError().toStdString()};
+    }
+
+    QTemporaryDir mDir;
+};
+
+const QByteArray EDITING = "{\"down\":[0,\"Edit\",12,8],\"menu\":[0,\"Paste\",12,30],"
+                           "\"down\":[0,\"Copy\",300,0.1],\"down\":[0,\"Edit\",14,9]}";
+
+QByteArray downs(const QList<QByteArray>& keys) {
+    QByteArray text = "{";
+    for (const QByteArray& key : keys)
+        text += (text.size() > 1 ? ",\"down\":[0,\"" : "\"down\":[0,\"") + key + "\"]";
+    return text + "}";
+}
+
+TEST_F(Report, WritesJsonLinesExactly) {
+    write(QStringLiteral("a.json"), EDITING);
+    const result r = run({QStringLiteral("--format"), QStringLiteral("json"),
+                          QStringLiteral("a.json"), QStringLiteral("a.json")});
+    const std::string line =
+        "{\"log\": \"a.json\", \"complete\": true, \"branches\": ["
+        "{\"index\": 0, \"key\": \"Edit\", \"gesture\": \"down\", \"bounds\": "
+        "{\"x\": 12, \"y\": 8, \"width\": 3, \"height\": 2}, \"rank\": 0, \"weight\": 1, "
+        "\"patterns\": [{\"count\": 0, \"sequence\": [0, 1, 2, 0]}]}, "
+        "{\"index\": 1, \"key\": \"Paste\", \"gesture\": \"menu\", \"bounds\": "
+        "{\"x\": 12, \"y\": 30, \"width\": 1, \"height\": 1}, \"rank\": 0, \"weight\": 0, "
+        "\"patterns\": []}, "
+        "{\"index\": 2, \"key\": \"Copy\", \"gesture\": \"down\", \"bounds\": "
+        "{\"x\": 300, \"y\": 0.10000000149011612, \"width\": 1, \"height\": 1}, \"rank\": 0, "
+        "\"weight\": 0, \"patterns\": []}]}\n";
+    EXPECT_EQ(r.out, line + line);
+    EXPECT_EQ(r.status, 0);
+}
+
+TEST_F(Report, JsonStaysValidWhateverTheLogHeld) {
+    write(QStringLiteral("odd.json"),
+          "{\"down\":[0,\"\\ tab\t bell\x07 \xed\xa0\x80 \xff\",1e300,nan],\"up\":[0,\"cut");
+    write(
+        QStringLiteral("surrogate.json"),
+        QByteArray("\xff\xfe{\0\"\0d\0o\0w\0n\0\"\0:\0[\0\x30\0,\0\"\0\x00\xd8x\0\"\0]\0}\0", 38));
+    const result r = run({QStringLiteral("--format"), QStringLiteral("json"),
+                          QStringLiteral("odd.json"), QStringLiteral("surrogate.json")});
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString decoded = utf8(QByteArray::fromStdString(r.out));
+    EXPECT_FALSE(utf8.hasError());
+    const QStringList lines = decoded.split(u'\n', Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 2);
+    const QJsonObject odd = QJsonDocument::fromJson(lines[0].toUtf8()).object();
+    EXPECT_FALSE(odd[u"complete"].toBool(true));
+    EXPECT_EQ(odd[u"branches"][0][u"key"].toString(), QString());
+    EXPECT_EQ(odd[u"branches"][0][u"gesture"].toString(), QStringLiteral("none"));
+    const QJsonObject lone = QJsonDocument::fromJson(lines[1].toUtf8()).object();
+    EXPECT_TRUE(lone[u"branches"][0][u"key"].toString().endsWith(u'x'));
+    EXPECT_EQ(r.status, 3);
+}
+
+TEST_F(Report, JsonWritesNullForWhatIsNotFinite) {
+    write(QStringLiteral("far.json"), "{\"down\":[0,\"K\",1e300,nan]}");
+    const result r =
+        run({QStringLiteral("--format"), QStringLiteral("json"), QStringLiteral("far.json")});
+    EXPECT_THAT(r.out, HasSubstr("{\"x\": null, \"y\": null, \"width\": 1, \"height\": 1}"));
+}
+
+TEST_F(Report, QuotesCsvFieldsThatNeedIt) {
+    write(QStringLiteral("a,b.json"), downs({"x", "two\nlines", "x", "plain", "x"}));
+    const result r =
+        run({QStringLiteral("--format"), QStringLiteral("csv"), QStringLiteral("a,b.json")});
+    EXPECT_EQ(r.out, "log,key,count,length,sequence\r\n"
+                     "\"a,b.json\",x,0,3,\"x > two\nlines > x\"\r\n"
+                     "\"a,b.json\",x,0,3,x > plain > x\r\n"
+                     "\"a,b.json\",x,0,5,\"x > two\nlines > x > plain > x\"\r\n");
+}
+
+TEST_F(Report, TextRanksKeysAndFitsTheScreen) {
+    QList<QByteArray> keys{"rare", "x", "rare", "often", "y", "often", "y", "often"};
+    for (int i = 0; i < 60; ++i) {
+        const QByteArray key = "k" + QByteArray::number(i) + QByteArray(150, 'z');
+        keys += {key, "x\x1b[2J", key};
+    }
+    write(QStringLiteral("a.json"), downs(keys));
+    const result r = run({QStringLiteral("a.json")});
+    EXPECT_THAT(r.out, StartsWith("a.json\n1 recordings, 188 events, 65 distinct keys, "));
+    EXPECT_LT(r.out.find("  often\n"), r.out.find("  rare\n"));
+    EXPECT_THAT(r.out, HasSubstr("more keys with patterns"));
+    const QStringList lines = QString::fromStdString(r.out).split(u'\n');
+    for (const QString& line : lines)
+        EXPECT_LE(line.size(), 100) << line.toStdString();
+    EXPECT_EQ(r.out.find('\x1b'), std::string::npos);
+
+    const result all = run({QStringLiteral("--all"), QStringLiteral("a.json")});
+    EXPECT_EQ(all.out.find("more"), std::string::npos);
+    EXPECT_THAT(all.out, HasSubstr(std::string(150, 'z')));
+}
+
+TEST_F(Report, ReportsTheOthersWhenOneFileFails) {
+    write(QStringLiteral("good.json"), EDITING);
+    write(QStringLiteral("cut.json"), EDITING + "\"open");
+
+    const struct {
+        QStringList arguments;
+        int status;
+        const char* complaint;
+    } rows[] = {
+        {{QStringLiteral("good.json")}, 0, ""},
+        {{QStringLiteral("-")}, 0, ""},
+        {{QStringLiteral("none.json"), QStringLiteral("good.json")},
+         1,
+         "quillon-report: none.json: No such file or directory\n"},
+        {{QStringLiteral("."), QStringLiteral("good.json")}, 1, "quillon-report: .: "},
+        {{QStringLiteral("cut.json")}, 3, "quillon-report: cut.json: "},
+        {{QStringLiteral("none.json"), QStringLiteral("cut.json")}, 1, "quillon-report: none.json"},
+        {{QStringLiteral("cut.json"), QStringLiteral("none.json")}, 1, "quillon-report: cut.json"},
+    };
+
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.arguments.join(u' ').toStdString());
+        const result r = run(row.arguments, EDITING);
+        EXPECT_EQ(r.status, row.status);
+        EXPECT_THAT(r.err, StartsWith(row.complaint));
+        EXPECT_EQ(r.err.empty(), row.status == 0);
+        EXPECT_THAT(r.out, HasSubstr("3 distinct keys, 1 patterns"));
+    }
+}
+
+TEST_F(Report, RejectsWrongUsage) {
+    for (const QStringList& arguments :
+         {QStringList(), QStringList{QStringLiteral("--format"), QStringLiteral("xml")},
+          QStringList{QStringLiteral("--format"), QStringLiteral("xml"), QStringLiteral("a")},
+          QStringList{QStringLiteral("--no-such-option"), QStringLiteral("a")}}) {
+        const result r = run(arguments);
+        EXPECT_EQ(r.status, 2);
+        EXPECT_THAT(r.err, StartsWith("quillon-report: "));
+        EXPECT_EQ(r.out, "");
+    }
+    EXPECT_EQ(run({QStringLiteral("--help")}).status, 0);
+    EXPECT_THAT(run({QStringLiteral("--version")}).out, StartsWith("quillon-report "));
+}
+
+} // namespace
