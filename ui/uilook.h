@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QBrush>
+#include <QColor>
+#include <QPixmap>
+
+class QFontMetrics;
+class QPainter;
+class QRect;
+
+namespace ui {
+
+/// Everything the views draw with: colours, brushes, paddings, font metrics, button images and
+/// edge shadows. Lengths are device-independent pixels, alphas run from 0 to 255.
+///
+/// The window owns the one look and calls `init` before it makes any view; from then on nothing
+/// changes it and the views, which it outlives, only read. GUI thread only.
+class Look {
+public:
+    /// Sets the colours, brushes and paddings; `init` adds what needs a font and a screen.
+    Look();
+
+    /// Takes the metrics of the application's font, makes the button images as high as the font
+    /// and sharp on the densest screen, and sets the alphas of the shadows. An image that cannot
+    /// be loaded stays null, and its button takes no room. Always true.
+    bool init(const QFontMetrics& metrics);
+
+    /// The fill of a leaf of pattern weight `weight`, in 0 to 1: the heavier, the more opaque.
+    QColor patternWeightedC(float weight) const;
+
+    /// The image with that index in `mButtonImages`, which may be a null pixmap; null outside 0
+    /// to 3, the indices that stand for no image.
+    const QPixmap* buttonImage(int index) const;
+
+    /// Draws a faint line along the top row of `rect`.
+    void drawTopShadow(QPainter& painter, const QRect& rect) const;
+
+    /// Draws ten lines along the lowest rows of `rect`, fading upward.
+    void drawBottomShadow(QPainter& painter, const QRect& rect) const;
+
+    static constexpr int BUTTON_IMAGES = 4;
+    static constexpr int BOTTOM_SHADOW_ROWS = 10;
+
+    QColor mText;
+    QColor mLeafFill;
+    QColor mLeafOutline;
+    QColor mPrimaryFill;
+    QColor mSelectedOutline;
+    QColor mMenuFill;
+    QColor mPatternPen;
+    QColor mSelectedPatternPen;
+    QColor mRubberBandFill;
+    float mPatternAlphaLow; // of patternWeightedC(), as a fraction
+    float mPatternAlphaHigh;
+    QBrush mLeafFillBrush;
+    QBrush mPrimaryFillBrush;
+    QBrush mMenuFillBrush;
+    QBrush mRubberBandBrush;
+    float mHPadding;
+    float mVPadding;
+    float mMargin;
+    float mFontHeight = 0;
+    float mFontAscent = 0;
+    float mFontDescent = 0;
+    float mLeafRadius;
+    QPixmap mButtonImages[BUTTON_IMAGES]; // previous, previous disabled, next, next disabled
+    int mTopShadowAlpha = 0;
+    int mBottomShadowAlpha[BOTTOM_SHADOW_ROWS] = {}; // from the bottom edge upward
+};
+
+} // namespace ui
