@@ -1,0 +1,39 @@
+#include "ui/uileafselect.h"
+
+#include <QList>
+
+#include <algorithm>
+#include <utility>
+
+namespace ui {
+
+namespace {
+
+QList<leaf_select> rankedLeaves(const LeafList& leaves) {
+    QList<leaf_select> ranked;
+    for (auto it = leaves.begin(); it.hasValue(); ++it) {
+        const domain::Branch* branch = (*it)->mBranch;
+        if (branch && branch->hasPatterns())
+            ranked.append(leaf_select(branch->maxPatternCount(), (*it)->mIndex));
+    }
+    return ranked;
+}
+
+} // namespace
+
+bool descendingRank(const leaf_select& a, const leaf_select& b) {
+    return a.rank != b.rank ? a.rank > b.rank : a.index < b.index;
+}
+
+void sort(const LeafList& leaves, bool (*before)(const leaf_select&, const leaf_select&),
+          RecycleArray<int>& order) {
+    QList<leaf_select> ranked = rankedLeaves(leaves);
+    std::sort(ranked.begin(), ranked.end(), before);
+    order.setSize(0);
+    for (const leaf_select& leaf : std::as_const(ranked)) {
+        if (!order.add(leaf.index))
+            return;
+    }
+}
+
+} // namespace ui
