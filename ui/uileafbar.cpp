@@ -1,0 +1,50 @@
+#include "ui/uileafbar.h"
+
+#include "domain/domainbranch.h"
+#include "ui/uishared.h"
+#include "ui/uistepzones.h"
+
+namespace ui {
+
+LeafBar::LeafBar(const Look& look, Shared& shared)
+    : BarView(look, nullptr)
+    , mShared(shared) {
+    add_step_zones(*this);
+    setFlags(BOTTOM_SHADOW);
+}
+
+void LeafBar::stepLeaf(int delta) {
+    const LeafSelection& selection = mShared.leafSelection();
+    const int count = selection.mAlternates.size();
+    if (!mShared.mLeaves.branchAt(selection.mPrimary) || count < 2)
+        return;
+    const int next = selection.mAlternates[clip(selection.primaryIndex() + delta, count)];
+    if (next == selection.mPrimary)
+        return;
+    LeafSelection stepped;
+    stepped = selection;
+    stepped.mPrimary = next;
+    mShared.setLeafSelection(stepped);
+}
+
+void LeafBar::selectionChanged(quint64 mask) {
+    if (!(mask & LEAF_SEL))
+        return;
+    const LeafSelection& selection = mShared.leafSelection();
+    const domain::Branch* branch = mShared.mLeaves.branchAt(selection.mPrimary);
+    const int count = selection.mAlternates.size();
+    if (!branch || count <= 1) {
+        show_steps(*this, branch ? branch->mKey : QString(), false, false);
+        return;
+    }
+    const int index = selection.primaryIndex();
+    const QString label = QStringLiteral("%1/%2 %3").arg(index + 1).arg(count).arg(branch->mKey);
+    show_steps(*this, label, index > 0, index < count - 1);
+}
+
+void LeafBar::zonePressed(Zone& zone) {
+    if (const int delta = step_of(zone))
+        stepLeaf(delta);
+}
+
+} // namespace ui

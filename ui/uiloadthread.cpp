@@ -1,0 +1,146 @@
+#include "ui/uiloadthread.h"
+
+#include "json/jsonparser.h"
+
+#include <QFile>
+#include <QMutexLocker>
+
+#include <exception>
+
+#if defined(__SANITIZE_THREAD__)
+#include <QtCore/qtsan_impl.h>
+#endif
+
+namespace ui {
+
+namespace {
+
+/// Waits without a time limit. ThreadSanitizer does not see that a wait releases the mutex and
+/// takes it again, so its builds are told.
+void sleepOn(QWaitCondition& condition, QMutex& mutex) {
+#if defined(__SANITIZE_THREAD__)
+    QtTsan::mutexPreUnlock(&mutex, 0U);
+    QtTsan::mutexPostUnlock(&mutex, 0U);
+#endif
+    condition.wait(&mutex);
+#if defined(__SANITIZE_THREAD__)
+    QtTsan::mutexPreLock(&mutex, 0U);
+    QtTsan::mutexPostLock(&mutex, 0U, 0);
+#endif
+}
+
+} // namespace
+
+LoadThread::LoadThread(QObject* parent)
+    : QThread(parent)
+    , mReader(mAnalysis) {}
+
+LoadThread::~LoadThread() {
+    {
+        const QMutexLocker locker(&mWaitLock);
+        mQuit = true;
+        mInputChanged = true;
+        mWaitCondition.wakeOne();
+    }
+    QThread::wait();
+}
+
+bool LoadThread::load(const QUrl& url) {
+    return queue(url, nullptr);
+}
+
+bool LoadThread::merge(const QUrl& url, const domain::Nest& nest) {
+    return queue(url, &nest);
+}
+
+bool LoadThread::getOutput(domain::Nest& nest, QUrl& url) {
+    const QMutexLocker locker(&mListLock);
+    try {
+        const LoadIo* newest = mOutput.front();
+        nest.setTo(newest->mNest);
+        url = newest->mUrl;
+        mOutput.moveToRetired(mInput);
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+void LoadThread::run() {
+    {
+        const QMutexLocker locker(&mWaitLock);
+        if (mQuit)
+            return;
+    }
+    do
+        loop();
+    while (waitForInput());
+}
+
+bool LoadThread::queue(const QUrl& url, const domain::Nest* mergeInto) {
+    try {
+        const QMutexLocker locker(&mListLock);
+        LoadIo* io = mInput.pushFront();
+        io->clear();
+        io->mUrl = url;
+        if (mergeInto)
+            io->setToMerge(*mergeInto);
+    } catch (const std::exception&) {
+        return false;
+    }
+    const QMutexLocker locker(&mWaitLock);
+    onInputChanged();
+    return true;
+}
+
+void LoadThread::onInputChanged() {
+    if (isRunning()) {
+        mInputChanged = true;
+        mWaitCondition.wakeOne();
+    } else {
+        start(QThread::LowPriority);
+    }
+}
+
+/// Reads one request on the worker thread. False when there is no file to read.
+bool LoadThread::load(LoadIo& io) {
+    const QString path = io.mUrl.toLocalFile();
+    if (path.isEmpty())
+        return false;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    mReader.begin(io.mNest);
+    json::Parser().parse(&file, &mReader);
+    return true;
+}
+
+/// One pass: reads the newest of the waiting requests.
+void LoadThread::loop() {
+    LoadIoList requests;
+    {
+        const QMutexLocker locker(&mListLock);
+        mInput.moveTo(requests);
+    }
+    const bool loaded = !requests.isEmpty() && load(*requests.front());
+    {
+        const QMutexLocker locker(&mListLock);
+        if (loaded)
+            requests.moveFrontTo(mOutput);
+        requests.moveToRetired(mInput);
+    }
+    if (loaded)
+        Q_EMIT
+    loadFinished();
+}
+
+/// Sleeps until a request has come; false when the thread is to end.
+bool LoadThread::waitForInput() {
+    const QMutexLocker locker(&mWaitLock);
+    if (!mInputChanged)
+        sleepOn(mWaitCondition, mWaitLock);
+    mInputChanged = false;
+    return !mQuit;
+}
+
+} // namespace ui

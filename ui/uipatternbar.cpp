@@ -1,0 +1,54 @@
+#include "ui/uipatternbar.h"
+
+#include "domain/domainbranch.h"
+#include "ui/uishared.h"
+#include "ui/uistepzones.h"
+
+namespace ui {
+
+PatternBar::PatternBar(const Look& look, Shared& shared)
+    : BarView(look, nullptr)
+    , mShared(shared) {
+    add_step_zones(*this);
+    setFlags(TOP_SHADOW | BOTTOM_SHADOW);
+}
+
+void PatternBar::stepPattern(int delta) {
+    const domain::Branch* branch = mShared.mLeaves.branchAt(mShared.leafSelection().mPrimary);
+    if (!branch)
+        return;
+    const int pattern = clip(mShared.patternSelection() + delta, branch->patternSize());
+    if (pattern >= 0)
+        mShared.setPatternSelection(pattern);
+}
+
+void PatternBar::selectionChanged(quint64 mask) {
+    if (!(mask & PATTERN_SEL))
+        return;
+    const domain::Branch* branch = mShared.mLeaves.branchAt(mShared.leafSelection().mPrimary);
+    const int count = branch ? branch->patternSize() : 0;
+    if (count < 1) {
+        show_steps(*this, QString(), false, false);
+        return;
+    }
+    const int index = clip(mShared.patternSelection(), count);
+    const QString label = count == 1 ? QStringLiteral("pattern")
+                                     : QStringLiteral("%1/%2 pattern").arg(index + 1).arg(count);
+    show_steps(*this, label + percentage(*branch, index), index > 0, index < count - 1);
+}
+
+void PatternBar::zonePressed(Zone& zone) {
+    if (const int delta = step_of(zone))
+        stepPattern(delta);
+}
+
+/// The end of the label; empty while no pattern was found twice.
+QString PatternBar::percentage(const domain::Branch& branch, int pattern) const {
+    const auto most = static_cast<float>(mShared.mLeaves.maxPatternCount());
+    if (!(most > 0))
+        return {};
+    const auto count = static_cast<float>(branch.patternCount(pattern));
+    return QStringLiteral(" %1%").arg(static_cast<int>(count / most * 100.0F));
+}
+
+} // namespace ui

@@ -1,0 +1,32 @@
+#include "ui/uistepzones.h"
+
+#include "ui/uizonebuilder.h"
+
+namespace ui {
+
+namespace {
+
+constexpr int LABEL = 1;
+
+} // namespace
+
+void add_step_zones(BarView& bar) {
+    bar.addZone(LabelBuilder(LABEL, QString(), FOLLOW_LEFT | FOLLOW_RIGHT));
+    bar.addZone(ButtonBuilder(BAR_PRV, FOLLOW_RIGHT));
+    bar.addZone(ButtonBuilder(BAR_NXT, FOLLOW_RIGHT));
+    show_steps(bar, QString(), false, false);
+}
+
+void show_steps(BarView& bar, const QString& label, bool previous, bool next) {
+    bar.setLabel(LABEL, label);
+    bar.setEnabled(BAR_PRV, previous);
+    bar.setEnabled(BAR_NXT, next);
+}
+
+int step_of(const BarView::Zone& zone) {
+    if (zone.mId == BAR_PRV)
+        return -1;
+    return zone.mId == BAR_NXT ? 1 : 0;
+}
+
+} // namespace ui

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "ui/uibarview.h"
+
+namespace ui {
+
+/// Gives a bar the zones of stepping: a label that takes the room there is and, at the right end,
+/// the buttons `BAR_PRV` and `BAR_NXT`, both disabled.
+void add_step_zones(BarView& bar);
+
+/// Shows `label` and which of the two directions still leads somewhere.
+void show_steps(BarView& bar, const QString& label, bool previous, bool next);
+
+/// The direction that a zone steps in: -1, 1, or 0 for none.
+int step_of(const BarView::Zone& zone);
+
+} // namespace ui
