@@ -114,7 +114,7 @@ private:
         bool filled = true;
         if (mFactory) {
             initialize(mSize, mCapacity);
-            filled = fill(mCapacity, capacity);
+            filled = fill(capacity);
         }
         mSize = size;
         mCapacity = capacity;
@@ -126,12 +126,13 @@ private:
             mFactory->initializeObject(mData[slot]);
     }
 
-    bool fill(int from, int to) {
+    // Counts every slot as it is filled, so that no object is lost to an exception that passes.
+    bool fill(int capacity) {
         bool filled = true;
-        for (int slot = from; slot < to; ++slot) {
-            mData[slot] = mFactory->nullObject();
+        for (; mCapacity < capacity; ++mCapacity) {
+            mData[mCapacity] = mFactory->nullObject();
             try {
-                mData[slot] = mFactory->newObject();
+                mData[mCapacity] = mFactory->newObject();
             } catch (const std::exception&) {
                 filled = false;
             }
