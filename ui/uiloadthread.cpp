@@ -1,35 +1,14 @@
 #include "ui/uiloadthread.h"
 
 #include "json/jsonparser.h"
+#include "ui/uitsan.h"
 
 #include <QFile>
 #include <QMutexLocker>
 
 #include <exception>
 
-#if defined(__SANITIZE_THREAD__)
-#include <QtCore/qtsan_impl.h>
-#endif
-
 namespace ui {
-
-namespace {
-
-/// Waits without a time limit. ThreadSanitizer does not see that a wait releases the mutex and
-/// takes it again, so its builds are told.
-void sleepOn(QWaitCondition& condition, QMutex& mutex) {
-#if defined(__SANITIZE_THREAD__)
-    QtTsan::mutexPreUnlock(&mutex, 0U);
-    QtTsan::mutexPostUnlock(&mutex, 0U);
-#endif
-    condition.wait(&mutex);
-#if defined(__SANITIZE_THREAD__)
-    QtTsan::mutexPreLock(&mutex, 0U);
-    QtTsan::mutexPostLock(&mutex, 0U, 0);
-#endif
-}
-
-} // namespace
 
 LoadThread::LoadThread(QObject* parent)
     : QThread(parent)
@@ -43,6 +22,7 @@ LoadThread::~LoadThread() {
         mWaitCondition.wakeOne();
     }
     QThread::wait();
+    tsan::joined(this);
 }
 
 bool LoadThread::load(const QUrl& url) {
@@ -75,6 +55,7 @@ void LoadThread::run() {
     do
         loop();
     while (waitForInput());
+    tsan::ends(this);
 }
 
 bool LoadThread::queue(const QUrl& url, const domain::Nest* mergeInto) {
@@ -137,8 +118,11 @@ void LoadThread::loop() {
 /// Sleeps until a request has come; false when the thread is to end.
 bool LoadThread::waitForInput() {
     const QMutexLocker locker(&mWaitLock);
-    if (!mInputChanged)
-        sleepOn(mWaitCondition, mWaitLock);
+    if (!mInputChanged) {
+        tsan::beforeWait(mWaitLock);
+        mWaitCondition.wait(&mWaitLock);
+        tsan::afterWait(mWaitLock);
+    }
     mInputChanged = false;
     return !mQuit;
 }
