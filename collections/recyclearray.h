@@ -10,6 +10,7 @@
 #include <exception>
 #include <limits>
 #include <type_traits>
+#include <utility>
 
 /// A growable array that never gives capacity back. Without a factory it holds plain values; with
 /// one it holds the factory's objects: new slots are filled with new objects, and slots that the
@@ -92,6 +93,14 @@ public:
         return *this;
     }
 
+    /// Exchanges contents and storage with an array of the same factory.
+    void swap(RecycleArray& other) {
+        assert(mFactory == other.mFactory);
+        std::swap(mData, other.mData);
+        std::swap(mSize, other.mSize);
+        std::swap(mCapacity, other.mCapacity);
+    }
+
     /// Same size and bytewise the same values; plain values only.
     bool operator==(const RecycleArray& other) const {
         assert(!mFactory);
@@ -167,6 +176,9 @@ public:
 
     /// As `RecycleArray::setSize`.
     bool setSize(int size) { return mArray.setSize(size); }
+
+    /// Exchanges objects and storage with an array of the same factory.
+    void swap(ManagedArray& other) { mArray.swap(other.mArray); }
 
     int size() const { return mArray.size(); }
 

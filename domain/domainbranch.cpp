@@ -14,9 +14,7 @@ void Branch::clear() {
 
 Branch& Branch::operator=(const Branch& other) {
     if (&other != this) {
-        mGesture = other.mGesture;
-        mKey = other.mKey;
-        mBounds = other.mBounds;
+        copyEvents(other);
         mPatterns = other.mPatterns;
     }
     return *this;
@@ -27,10 +25,20 @@ bool Branch::merge(const Branch& other) {
         *this = other;
         return true;
     }
-    if (mKey != other.mKey)
+    if (!mergeEvents(other))
         return false;
-    mBounds |= other.mBounds;
     mPatterns.merge(other.mPatterns);
+    return true;
+}
+
+bool Branch::take(Branch& other) {
+    if (!isValid()) {
+        copyEvents(other);
+        mPatterns.clear();
+    } else if (!mergeEvents(other)) {
+        return false;
+    }
+    mPatterns.take(other.mPatterns);
     return true;
 }
 
@@ -63,6 +71,19 @@ int Branch::patternWeight() const {
 
 void Branch::printTo(QDebug& dbg) const {
     dbg << "key=" << mKey << " gesture=" << mGesture;
+}
+
+void Branch::copyEvents(const Branch& other) {
+    mGesture = other.mGesture;
+    mKey = other.mKey;
+    mBounds = other.mBounds;
+}
+
+bool Branch::mergeEvents(const Branch& other) {
+    if (mKey != other.mKey)
+        return false;
+    mBounds |= other.mBounds;
+    return true;
 }
 
 } // namespace domain

@@ -33,6 +33,9 @@ public:
     /// when the keys differ.
     bool merge(const Branch& other);
 
+    /// As `merge`, but `other`'s patterns move here instead of being copied.
+    bool take(Branch& other);
+
     /// Stores a find of `pattern`. False when no pattern can be made.
     bool addPattern(const Pattern& pattern);
 
@@ -61,6 +64,10 @@ public:
     int mGesture = GESTURE_NONE;
     QRectF mBounds; ///< In the log's coordinates; an event covers 1 x 1.
     PatternList mPatterns;
+
+private:
+    void copyEvents(const Branch& other);
+    bool mergeEvents(const Branch& other);
 };
 
 } // namespace domain

@@ -42,6 +42,9 @@ public:
     /// Makes this nest a copy of `other`, as far as memory allows; false when it does not.
     bool setTo(const Nest& other);
 
+    /// Exchanges the branches, without a copy.
+    void swap(Nest& other) { mBranches.swap(other.mBranches); }
+
     /// Merges slot by slot; false when any slot failed.
     bool merge(const Nest& other);
 

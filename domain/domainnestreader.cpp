@@ -105,10 +105,11 @@ void NestReader::addNest() {
     mAnalysis.on(mNest, mTrace);
     for (int i = 0; i < mNest.size(); ++i) {
         Branch* branch = mNest.branchAt(i);
-        if (branch && branch->mGesture != GESTURE_NONE) {
-            mTarget->merge(i, *branch);
-            branch->mGesture = GESTURE_NONE;
-        }
+        if (!branch || branch->mGesture == GESTURE_NONE)
+            continue;
+        if (Branch* slot = mTarget->branchAt(i))
+            slot->take(*branch); // the patterns may be most of the memory: they are not copied
+        branch->mGesture = GESTURE_NONE;
     }
     mNest.clear();
 }

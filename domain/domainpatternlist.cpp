@@ -1,6 +1,7 @@
 #include "domain/domainpatternlist.h"
 
 #include <exception>
+#include <utility>
 
 namespace domain {
 
@@ -45,17 +46,20 @@ void PatternList::clear() {
 }
 
 bool PatternList::merge(const Pattern& pattern) {
-    if (size() > LONGEST_WALKED) {
-        if (!isIndexed())
-            index();
-        if (isIndexed())
-            return mergeIndexed(pattern);
-    }
-    if (Pattern* known = findByWalking(pattern)) {
+    index();
+    const std::size_t hash = hashOf(pattern);
+    if (Pattern* known = find(hash, pattern)) {
         known->merge(pattern);
         return true;
     }
-    return append(pattern);
+    try {
+        Pattern* added = pushBack();
+        *added = pattern;
+        file(hash, added);
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
 }
 
 void PatternList::merge(const PatternList& other) {
@@ -67,26 +71,62 @@ PatternList& PatternList::operator=(const PatternList& other) {
     if (&other == this)
         return *this;
     clear();
-    for (auto it = other.begin(); it.hasValue(); ++it)
-        append(**it);
+    for (auto it = other.begin(); it.hasValue(); ++it) {
+        try {
+            *pushBack() = **it;
+        } catch (const std::exception&) {
+            continue;
+        }
+    }
     return *this;
 }
 
-bool PatternList::isIndexed() const {
-    return mIndex.size() == size();
+void PatternList::take(PatternList& other) {
+    if (isEmpty()) {
+        other.moveTo(*this);
+        std::swap(mIndex, other.mIndex);
+    }
+    ManagedList<Pattern*> moving(FACTORY);
+    while (!other.isEmpty()) {
+        index();
+        Pattern* pattern = other.front();
+        const std::size_t hash = hashOf(*pattern);
+        if (Pattern* known = find(hash, *pattern)) {
+            known->merge(*pattern);
+            other.popFront();
+        } else {
+            other.moveFrontTo(moving);
+            moving.moveTo(*this);
+            file(hash, pattern);
+        }
+    }
+    other.clear();
 }
 
+/// Sees to it that a long list is indexed, memory permitting; without it the list is walked.
 void PatternList::index() {
+    if (size() <= LONGEST_WALKED || isIndexed())
+        return;
     mIndex.clear();
     try {
         for (auto it = begin(); it.hasValue(); ++it)
             mIndex.insert(PatternIndex::hashOf(**it), *it);
     } catch (const std::exception&) {
-        mIndex.clear(); // no memory for it: the list is walked instead
+        mIndex.clear();
     }
 }
 
-Pattern* PatternList::findByWalking(const Pattern& pattern) const {
+bool PatternList::isIndexed() const {
+    return mIndex.size() > 0 && mIndex.size() == size();
+}
+
+std::size_t PatternList::hashOf(const Pattern& pattern) const {
+    return isIndexed() ? PatternIndex::hashOf(pattern) : 0;
+}
+
+Pattern* PatternList::find(std::size_t hash, const Pattern& pattern) const {
+    if (isIndexed())
+        return mIndex.find(hash, pattern);
     for (auto it = begin(); it.hasValue(); ++it) {
         if ((*it)->isSameSequence(pattern))
             return *it;
@@ -94,28 +134,14 @@ Pattern* PatternList::findByWalking(const Pattern& pattern) const {
     return nullptr;
 }
 
-bool PatternList::append(const Pattern& pattern) {
+/// Indexes the pattern that was just appended, if the others are.
+void PatternList::file(std::size_t hash, Pattern* added) {
+    if (mIndex.size() == 0 || mIndex.size() + 1 != size())
+        return;
     try {
-        *pushBack() = pattern;
-        return true;
-    } catch (const std::exception&) {
-        return false;
-    }
-}
-
-bool PatternList::mergeIndexed(const Pattern& pattern) {
-    const std::size_t hash = PatternIndex::hashOf(pattern);
-    if (Pattern* known = mIndex.find(hash, pattern)) {
-        known->merge(pattern);
-        return true;
-    }
-    try {
-        Pattern* added = pushBack();
-        *added = pattern;
         mIndex.insert(hash, added);
-        return true;
     } catch (const std::exception&) {
-        return false;
+        mIndex.clear();
     }
 }
 

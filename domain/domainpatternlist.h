@@ -35,14 +35,18 @@ public:
     /// Copies every pattern, in order; one that cannot be made is skipped.
     PatternList& operator=(const PatternList& other);
 
-private:
-    bool isIndexed() const;
-    void index();
-    Pattern* findByWalking(const Pattern& pattern) const;
-    bool append(const Pattern& pattern);
-    bool mergeIndexed(const Pattern& pattern);
+    /// As `merge`, but `other`'s patterns move here instead of being copied; it is empty
+    /// afterwards.
+    void take(PatternList& other);
 
-    PatternIndex mIndex; ///< Empty, or of all patterns.
+private:
+    void index();
+    bool isIndexed() const;
+    std::size_t hashOf(const Pattern& pattern) const;
+    Pattern* find(std::size_t hash, const Pattern& pattern) const;
+    void file(std::size_t hash, Pattern* added);
+
+    PatternIndex mIndex; ///< Of all patterns of a long list, else empty.
 };
 
 } // namespace domain

@@ -36,8 +36,8 @@ bool LoadThread::merge(const QUrl& url, const domain::Nest& nest) {
 bool LoadThread::getOutput(domain::Nest& nest, QUrl& url) {
     const QMutexLocker locker(&mListLock);
     try {
-        const LoadIo* newest = mOutput.front();
-        nest.setTo(newest->mNest);
+        LoadIo* newest = mOutput.front();
+        nest.swap(newest->mNest);
         url = newest->mUrl;
         mOutput.moveToRetired(mInput);
         return true;

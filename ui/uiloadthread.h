@@ -32,8 +32,9 @@ public:
     /// As `load`, but the log's branches are added to a copy of `nest`.
     bool merge(const QUrl& url, const domain::Nest& nest);
 
-    /// Collects the newest result and drops older ones. False, with the arguments untouched, when
-    /// there is none.
+    /// Collects the newest result, without a copy, and drops older ones. What `nest` held goes to
+    /// the pool, to be overwritten by a later load. False, with the arguments untouched, when there
+    /// is no result.
     bool getOutput(domain::Nest& nest, QUrl& url);
 
 Q_SIGNALS:

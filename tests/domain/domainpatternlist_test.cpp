@@ -63,6 +63,29 @@ TEST(PatternList, MergedIntoItselfCountsEachOnce) {
     }
 }
 
+TEST(PatternList, TakesWhatItLacksAndCountsTheRest) {
+    for (const int size : {0, 3, 40}) {
+        PatternList list;
+        PatternList other;
+        PatternList merged;
+        for (int i = 0; i < size; ++i)
+            merge(list, {0, i, 0}, i);
+        for (int i = size / 2; i < size + 20; ++i)
+            merge(other, {0, i, 0}, 2 * i);
+        merged = list;
+        merged.merge(other);
+        const Pattern* last = other.at(other.size() - 1);
+        list.take(other);
+        EXPECT_EQ(model::describe(list), model::describe(merged));
+        EXPECT_EQ(list.at(list.size() - 1), last);
+        EXPECT_TRUE(other.isEmpty());
+        merge(list, {0, size + 1, 0});
+        merge(other, {0, size + 1, 0});
+        EXPECT_EQ(list.size(), size + 20);
+        EXPECT_EQ(other.size(), 1);
+    }
+}
+
 TEST(PatternList, AssignmentCopiesAndRecycles) {
     PatternList list;
     PatternList other;
