@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
+#include <span>
 
 namespace domain {
 
@@ -22,13 +23,19 @@ void CycleBuilderIterative::Step::begin(int index) {
 bool CycleBuilderIterative::begin(Nest& nest, const Trace& trace) {
     const int size = trace.mIndices.size();
     mSteps.setSize(0);
-    if (!mSteps.setSize(size))
+    if (!mSteps.setSize(size) || !mIndices.setTo(trace.mIndices))
+        return false;
+    const std::span<const int> indices(mIndices.data(), static_cast<std::size_t>(size));
+    if (!mHashes.begin(indices) || !mOccurrences.begin(indices))
         return false;
     mStepCount = size;
     mFirstStep = mSteps.data();
     mNest = &nest;
-    for (int p = 0; p < size; ++p)
-        mFirstStep[p].begin(trace.mIndices[p]);
+    mHasNegative = false;
+    for (int p = 0; p < size; ++p) {
+        mFirstStep[p].begin(mIndices[p]);
+        mHasNegative = mHasNegative || mIndices[p] < 0;
+    }
     return true;
 }
 
@@ -53,6 +60,7 @@ void CycleBuilderIterative::run(int distance) {
         if (mFirstStep[i].mIndex == mFirstStep[j].mIndex && isCycle(i, j)) {
             addCycle(i, j);
             mFirstStep[i].mLength = distance;
+            mOccurrences.close(i);
         }
         i += length;
         j += length;
@@ -62,40 +70,32 @@ void CycleBuilderIterative::run(int distance) {
 bool CycleBuilderIterative::isCycle(int first, int last) const {
     const Step* steps = mFirstStep;
     const int index = steps[first].mIndex;
-    if (steps[last].mIndex != index || steps[first + 1].mIndex == index ||
-        steps[last - 1].mIndex == index)
+    int k = mOccurrences.next(first);
+    if (steps[last].mIndex != index || k == first + 1 || steps[last - 1].mIndex == index)
         return false;
-    int k = first + 1;
+    if (mOccurrences.nextOpen(first) >= last)
+        return true; // all occurrences between are collapsed: no need to follow them
+    // A collapsed step leads to another occurrence of its index, so that only those are met.
     while (k < last) {
-        if (steps[k].mIndex != index)
-            ++k;
-        else if (steps[k].mLength > 1)
-            k += steps[k].mLength;
-        else
+        if (steps[k].mLength <= 1)
             return false;
+        k += steps[k].mLength;
     }
     return true;
 }
 
 void CycleBuilderIterative::addCycle(int first, int last) {
     Branch* branch = mNest->branchAt(mFirstStep[first].mIndex);
-    if (branch && branch->mGesture != GESTURE_MENU && copyRun(first, last))
-        branch->addPattern(mPattern);
+    if (!branch || branch->mGesture == GESTURE_MENU || last <= first || !hasIndices(first, last))
+        return;
+    const std::span<const int> run(mIndices.data() + first, mIndices.data() + last + 1);
+    branch->mPatterns.merge(run, mHashes.of(first, last));
 }
 
-/// Fills the scratch pattern. False when a step has no branch index or memory is exhausted.
-bool CycleBuilderIterative::copyRun(int first, int last) {
-    const int size = last - first + 1;
-    mPattern.clear();
-    if (!mPattern.mSequence.setSize(size))
-        return false;
-    int* entry = mPattern.mSequence.data();
-    for (const Step* step = mFirstStep + first; step <= mFirstStep + last; ++step) {
-        if (step->mIndex < 0)
-            return false;
-        *entry++ = step->mIndex;
-    }
-    return size >= 2;
+/// Whether all entries of the run are branch indices.
+bool CycleBuilderIterative::hasIndices(int first, int last) const {
+    return !mHasNegative || std::all_of(mIndices.data() + first, mIndices.data() + last + 1,
+                                        [](int index) { return index >= 0; });
 }
 
 } // namespace domain

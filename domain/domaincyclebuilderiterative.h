@@ -2,7 +2,8 @@
 
 #include "collections/recyclearray.h"
 #include "domain/domainnest.h"
-#include "domain/domainpattern.h"
+#include "domain/domainoccurrences.h"
+#include "domain/domainrunhash.h"
 #include "domain/domaintrace.h"
 
 namespace domain {
@@ -44,11 +45,14 @@ public:
     void addCycle(int first, int last);
 
 private:
-    bool copyRun(int first, int last);
+    bool hasIndices(int first, int last) const;
 
     Nest* mNest = nullptr;
     RecycleArray<Step> mSteps{1, nullptr};
-    Pattern mPattern; ///< Scratch.
+    RecycleArray<int> mIndices{1, nullptr}; ///< The trace.
+    RunHash mHashes;                        ///< Names a run without walking it.
+    Occurrences mOccurrences;               ///< Collapsed steps are closed.
+    bool mHasNegative = false;              ///< The trace holds what is no branch index.
 
     // The steps' number and storage, taken in begin(), for the passes.
     int mStepCount = 0;

@@ -2,6 +2,8 @@
 
 #include "domain/domaindebugline.h"
 
+#include <cstring>
+
 namespace domain {
 
 void Pattern::clear() {
@@ -19,6 +21,15 @@ Pattern& Pattern::operator=(const Pattern& other) {
 
 bool Pattern::isSameSequence(const Pattern& other) const {
     return mSequence == other.mSequence;
+}
+
+bool Pattern::isSequence(std::span<const int> run) const {
+    const std::span<const int> own = this->run();
+    return own.size() == run.size() && std::memcmp(own.data(), run.data(), run.size_bytes()) == 0;
+}
+
+std::span<const int> Pattern::run() const {
+    return {mSequence.data(), static_cast<std::size_t>(mSequence.size())};
 }
 
 void Pattern::merge(const Pattern& /*other*/) {

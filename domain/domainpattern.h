@@ -2,6 +2,8 @@
 
 #include "collections/recyclearray.h"
 
+#include <span>
+
 namespace domain {
 
 /// A repeated run of events: the branch indices from one occurrence of an event to its next, both
@@ -21,6 +23,9 @@ public:
     /// Same entries in the same order, whatever the counts.
     bool isSameSequence(const Pattern& other) const;
 
+    /// Whether the sequence is `run`.
+    bool isSequence(std::span<const int> run) const;
+
     /// Counts one more find of the same sequence. The caller has compared the sequences; `other`'s
     /// own count does not matter.
     void merge(const Pattern& other);
@@ -30,6 +35,9 @@ public:
 
     /// Dumps the sequence on the debug stream, an entry a message.
     void print() const;
+
+    /// The sequence, valid until it changes.
+    std::span<const int> run() const;
 
     RecycleArray<int> mSequence{1, nullptr};
     int mCount = 0; ///< Finds after the first.

@@ -1,7 +1,5 @@
 #include "domain/domainpatternindex.h"
 
-#include <QHashFunctions>
-
 #include <algorithm>
 
 namespace domain {
@@ -12,24 +10,19 @@ constexpr std::size_t FIRST_SLOTS = 32;
 
 } // namespace
 
-std::size_t PatternIndex::hashOf(const Pattern& pattern) {
-    const auto entries = static_cast<std::size_t>(pattern.mSequence.size());
-    return qHashBits(pattern.mSequence.data(), entries * sizeof(int));
-}
-
 void PatternIndex::clear() {
     if (mSize > 0)
         std::fill(mSlots.begin(), mSlots.end(), slot());
     mSize = 0;
 }
 
-Pattern* PatternIndex::find(std::size_t hash, const Pattern& pattern) const {
+Pattern* PatternIndex::find(std::size_t hash, std::span<const int> run) const {
     if (mSize == 0)
         return nullptr;
     const std::size_t mask = mSlots.size() - 1;
     for (std::size_t at = hash & mask; mSlots[at].pattern; at = (at + 1) & mask) {
         const slot& candidate = mSlots[at];
-        if (candidate.hash == hash && candidate.pattern->isSameSequence(pattern))
+        if (candidate.hash == hash && candidate.pattern->isSequence(run))
             return candidate.pattern;
     }
     return nullptr;

@@ -3,6 +3,7 @@
 #include "domain/domainpattern.h"
 
 #include <cstddef>
+#include <span>
 #include <vector>
 
 namespace domain {
@@ -12,17 +13,15 @@ namespace domain {
 /// A pattern's sequence must not change while the index holds it.
 class PatternIndex {
 public:
-    /// The hash of a sequence, for `find` and `insert`.
-    static std::size_t hashOf(const Pattern& pattern);
-
     int size() const { return mSize; }
 
     void clear();
 
-    /// The indexed pattern with `pattern`'s sequence, the one inserted first, or null.
-    Pattern* find(std::size_t hash, const Pattern& pattern) const;
+    /// The indexed pattern with the sequence `run`, the one inserted first, or null.
+    Pattern* find(std::size_t hash, std::span<const int> run) const;
 
-    /// Throws `std::bad_alloc`, with the index unchanged, when the table cannot grow.
+    /// `hash`: of the pattern's sequence, as of those it is to be found by. Throws
+    /// `std::bad_alloc`, with the index unchanged, when the table cannot grow.
     void insert(std::size_t hash, Pattern* pattern);
 
 private:

@@ -1,5 +1,8 @@
 #include "domain/domainpatternlist.h"
 
+#include "domain/domainrunhash.h"
+
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -47,19 +50,12 @@ void PatternList::clear() {
 
 bool PatternList::merge(const Pattern& pattern) {
     index();
-    const std::size_t hash = hashOf(pattern);
-    if (Pattern* known = find(hash, pattern)) {
-        known->merge(pattern);
-        return true;
-    }
-    try {
-        Pattern* added = pushBack();
-        *added = pattern;
-        file(hash, added);
-        return true;
-    } catch (const std::exception&) {
-        return false;
-    }
+    return add(pattern.run(), hashOf(pattern), pattern.mCount);
+}
+
+bool PatternList::merge(std::span<const int> run, std::size_t hash) {
+    index();
+    return add(run, hash, 0);
 }
 
 void PatternList::merge(const PatternList& other) {
@@ -71,13 +67,8 @@ PatternList& PatternList::operator=(const PatternList& other) {
     if (&other == this)
         return *this;
     clear();
-    for (auto it = other.begin(); it.hasValue(); ++it) {
-        try {
-            *pushBack() = **it;
-        } catch (const std::exception&) {
-            continue;
-        }
-    }
+    for (auto it = other.begin(); it.hasValue(); ++it)
+        append((*it)->run(), (*it)->mCount);
     return *this;
 }
 
@@ -91,7 +82,7 @@ void PatternList::take(PatternList& other) {
         index();
         Pattern* pattern = other.front();
         const std::size_t hash = hashOf(*pattern);
-        if (Pattern* known = find(hash, *pattern)) {
+        if (Pattern* known = find(pattern->run(), hash)) {
             known->merge(*pattern);
             other.popFront();
         } else {
@@ -110,7 +101,7 @@ void PatternList::index() {
     mIndex.clear();
     try {
         for (auto it = begin(); it.hasValue(); ++it)
-            mIndex.insert(PatternIndex::hashOf(**it), *it);
+            mIndex.insert(RunHash::of((*it)->run()), *it);
     } catch (const std::exception&) {
         mIndex.clear();
     }
@@ -120,18 +111,50 @@ bool PatternList::isIndexed() const {
     return mIndex.size() > 0 && mIndex.size() == size();
 }
 
+/// 0 while the list is walked and no hash is needed.
 std::size_t PatternList::hashOf(const Pattern& pattern) const {
-    return isIndexed() ? PatternIndex::hashOf(pattern) : 0;
+    return isIndexed() ? RunHash::of(pattern.run()) : 0;
 }
 
-Pattern* PatternList::find(std::size_t hash, const Pattern& pattern) const {
+Pattern* PatternList::find(std::span<const int> run, std::size_t hash) const {
     if (isIndexed())
-        return mIndex.find(hash, pattern);
+        return mIndex.find(hash, run);
     for (auto it = begin(); it.hasValue(); ++it) {
-        if ((*it)->isSameSequence(pattern))
+        if ((*it)->isSequence(run))
             return *it;
     }
     return nullptr;
+}
+
+bool PatternList::add(std::span<const int> run, std::size_t hash, int count) {
+    if (Pattern* known = find(run, hash)) {
+        ++known->mCount;
+        return true;
+    }
+    Pattern* added = append(run, count);
+    if (added)
+        file(hash, added);
+    return added;
+}
+
+/// Null, with the list unchanged, when memory is exhausted.
+Pattern* PatternList::append(std::span<const int> run, int count) {
+    try {
+        // Filled at the front, from where it can be taken back, then moved to the end.
+        Pattern* added = pushFront();
+        if (!added->mSequence.setSize(static_cast<int>(run.size()))) {
+            popFront();
+            return nullptr;
+        }
+        std::copy(run.begin(), run.end(), added->mSequence.data());
+        added->mCount = count;
+        ManagedList<Pattern*> moving(FACTORY);
+        moveFrontTo(moving);
+        moving.moveTo(*this);
+        return added;
+    } catch (const std::exception&) {
+        return nullptr;
+    }
 }
 
 /// Indexes the pattern that was just appended, if the others are.

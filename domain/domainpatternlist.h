@@ -4,6 +4,9 @@
 #include "domain/domainpattern.h"
 #include "domain/domainpatternindex.h"
 
+#include <cstddef>
+#include <span>
+
 namespace domain {
 
 /// The patterns of one branch, in the order of their discovery; `merge` never stores a sequence
@@ -29,6 +32,9 @@ public:
     /// appends a copy, count included. False, with the list unchanged, when no pattern can be made.
     bool merge(const Pattern& pattern);
 
+    /// As `merge` of a pattern with the sequence `run` and count 0. `hash`: `RunHash::of` the run.
+    bool merge(std::span<const int> run, std::size_t hash);
+
     /// Merges every pattern of `other`, in its order. `other` may be this list.
     void merge(const PatternList& other);
 
@@ -43,7 +49,9 @@ private:
     void index();
     bool isIndexed() const;
     std::size_t hashOf(const Pattern& pattern) const;
-    Pattern* find(std::size_t hash, const Pattern& pattern) const;
+    Pattern* find(std::span<const int> run, std::size_t hash) const;
+    bool add(std::span<const int> run, std::size_t hash, int count);
+    Pattern* append(std::span<const int> run, int count);
     void file(std::size_t hash, Pattern* added);
 
     PatternIndex mIndex; ///< Of all patterns of a long list, else empty.

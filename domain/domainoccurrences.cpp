@@ -1,0 +1,35 @@
+#include "domain/domainoccurrences.h"
+
+namespace domain {
+
+bool Occurrences::begin(std::span<const int> trace) {
+    const int size = static_cast<int>(trace.size());
+    if (!mNext.setSize(size + 1) || !mOpen.setSize(size + 1))
+        return false;
+    mSeen.clear();
+    mNext[size] = size;
+    mOpen[size] = size;
+    for (int p = size - 1; p >= 0; --p) {
+        const int index = trace[static_cast<std::size_t>(p)];
+        mNext[p] = mSeen.value(index, size);
+        mOpen[p] = p;
+        mSeen.insert(index, p);
+    }
+    return true;
+}
+
+int Occurrences::nextOpen(int position) const {
+    int at = mNext[position];
+    while (mOpen[at] != at) {
+        mOpen[at] = mOpen[mOpen[at]];
+        at = mOpen[at];
+    }
+    return at;
+}
+
+void Occurrences::close(int position) {
+    if (mOpen[position] == position)
+        mOpen[position] = mNext[position];
+}
+
+} // namespace domain

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "collections/recyclearray.h"
+
+#include <QtGlobal>
+
+#include <cstddef>
+#include <span>
+
+namespace domain {
+
+/// Hashes the runs of one trace, each in constant time however long it is: the polynomial
+/// fingerprint of R. M. Karp and M. O. Rabin ("Efficient randomized pattern-matching algorithms",
+/// IBM Journal of Research and Development 31, 1987) over the prime 2^61 - 1.
+class RunHash {
+public:
+    /// The hash of a run by itself, equal to that of the same run in a trace. Linear.
+    static std::size_t of(std::span<const int> run);
+
+    /// Prepares for the runs of `trace`, which is not kept. False when memory is exhausted.
+    bool begin(std::span<const int> trace);
+
+    /// The hash of the run from position `first` to `last`, both included.
+    std::size_t of(int first, int last) const;
+
+private:
+    bool extendPowers(int size);
+
+    RecycleArray<quint64> mPrefixes{1, nullptr}; ///< Slot k: the hash of the first k entries.
+    RecycleArray<quint64> mPowers{1, nullptr};   ///< Of the base; kept from trace to trace.
+};
+
+} // namespace domain
