@@ -1,0 +1,93 @@
+#include "bench/benchlogs.h"
+#include "bench/benchpeers.h"
+#include "bench/benchrows.h"
+#include "domain/domainanalysis.h"
+#include "domain/domainnest.h"
+#include "domain/domainnestreader.h"
+#include "json/jsonparser.h"
+#include "json/jsonreader.h"
+
+#include <QFile>
+#include <QJsonDocument>
+
+namespace bench {
+
+namespace {
+
+bool readWithOurs(const std::string& path, IgnoredLog&) {
+    QFile file(QString::fromStdString(path));
+    json::Reader reader;
+    return file.open(QIODevice::ReadOnly) && json::Parser().parse(&file, &reader);
+}
+
+bool readWithQt(const std::string& path, IgnoredLog&) {
+    QFile file(QString::fromStdString(path));
+    return file.open(QIODevice::ReadOnly) && !QJsonDocument::fromJson(file.readAll()).isNull();
+}
+
+void addIgnoring(Logs& logs, const LogKind& kind, const std::string& contender,
+                 bool (*read)(const std::string&, IgnoredLog&)) {
+    add("parse: " + nameOf(kind), contender, [&logs, kind, read](benchmark::State& state) {
+        const LogFile& log = logs.log(kind);
+        for (auto _ : state) {
+            IgnoredLog ignored;
+            if (!read(log.path, ignored))
+                state.SkipWithError("fails");
+        }
+        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * log.bytes);
+    });
+}
+
+bool tallyOurs(const std::string& path, Tally& tally) {
+    QFile file(QString::fromStdString(path));
+    domain::Analysis none;
+    domain::NestReader reader(none);
+    domain::Nest nest;
+    reader.begin(nest);
+    const bool done = file.open(QIODevice::ReadOnly) && json::Parser().parse(&file, &reader);
+    tally = {nest.size(), reader.recordingCount(), reader.eventCount()};
+    return done;
+}
+
+template <bool (*Read)(const std::string&, PlainLog&)>
+bool tallyPlain(const std::string& path, Tally& tally) {
+    PlainLog log;
+    const bool done = Read(path, log);
+    tally = log.tally();
+    return done;
+}
+
+void addEvents(Logs& logs, const LogKind& kind, const std::string& contender,
+               bool (*read)(const std::string&, Tally&)) {
+    add("parse to events: " + nameOf(kind), contender,
+        [&logs, kind, read](benchmark::State& state) {
+            const LogFile& log = logs.log(kind);
+            for (auto _ : state) {
+                Tally tally;
+                if (!read(log.path, tally) || tally != log.tally)
+                    state.SkipWithError("reads something else");
+            }
+            state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * log.bytes);
+        });
+}
+
+} // namespace
+
+void addParsing(Logs& logs) {
+    const LogKind kinds[] = {{Shape::Sessions, 300, 1},
+                             {Shape::Sessions, 300, 10},
+                             {Shape::Sessions, 300, 100},
+                             {Shape::Sessions, 8, 10},
+                             {Shape::Alternating, 1000, 10}};
+    for (const LogKind& kind : kinds) {
+        addIgnoring(logs, kind, OURS, readWithOurs);
+        addIgnoring(logs, kind, "RapidJSON", readWithRapidJson);
+        addIgnoring(logs, kind, "nlohmann", readWithNlohmann);
+        addIgnoring(logs, kind, "QJsonDocument", readWithQt);
+        addEvents(logs, kind, OURS, tallyOurs);
+        addEvents(logs, kind, "RapidJSON", tallyPlain<readWithRapidJson>);
+        addEvents(logs, kind, "nlohmann", tallyPlain<readWithNlohmann>);
+    }
+}
+
+} // namespace bench

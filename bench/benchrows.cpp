@@ -1,0 +1,36 @@
+#include "bench/benchrows.h"
+
+#include <utility>
+
+namespace bench {
+
+namespace {
+
+constexpr int REPETITIONS = 5;
+
+/// Debian's Qt 6.4 hashes strings with 256-bit registers and leaves their upper halves in use; all
+/// code after that runs slower, up to half as fast, until they are released. A contender bears that
+/// for its own hashing only.
+void releaseVectorRegisters() {
+#ifdef __x86_64__
+    if (__builtin_cpu_supports("avx"))
+        __asm__ volatile("vzeroupper");
+#endif
+}
+
+} // namespace
+
+void add(const std::string& what, const std::string& contender, Measure measure, Length length) {
+    const std::string name = what + "/" + contender;
+    auto* added = benchmark::RegisterBenchmark(
+        name.c_str(), [measure = std::move(measure)](benchmark::State& state) {
+            releaseVectorRegisters();
+            measure(state);
+        });
+    if (length == Length::Long)
+        added->Iterations(1);
+    else
+        added->Repetitions(REPETITIONS)->ReportAggregatesOnly();
+}
+
+} // namespace bench

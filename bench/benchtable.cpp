@@ -1,0 +1,80 @@
+#include "bench/benchtable.h"
+
+#include <array>
+#include <cstdio>
+#include <iostream>
+
+namespace bench {
+
+namespace {
+
+template <typename... Values>
+std::string format(const char* form, Values... values) {
+    std::array<char, 256> text{};
+    std::snprintf(text.data(), text.size(), form, values...);
+    return text.data();
+}
+
+std::string threeDigits(double value) {
+    const int decimals = value < 10 ? 2 : value < 100 ? 1 : 0;
+    return format("%.*f", decimals, value);
+}
+
+std::string timeOf(double seconds) {
+    if (seconds < 1e-3)
+        return threeDigits(seconds * 1e6) + " us";
+    if (seconds < 1)
+        return threeDigits(seconds * 1e3) + " ms";
+    return threeDigits(seconds) + " s";
+}
+
+void printColumns(std::ostream& out, const std::string& what, const std::string& ours,
+                  const std::string& other, const std::string& ratio) {
+    out << format("%-54s %10s   %-36s %8s", what.c_str(), ours.c_str(), other.c_str(),
+                  ratio.c_str())
+        << std::endl;
+}
+
+} // namespace
+
+void Table::ReportRuns(const std::vector<Run>& runs) {
+    for (const Run& run : runs) {
+        const bool median = run.run_type == Run::RT_Aggregate && run.aggregate_name == "median";
+        if (median || run.run_type == Run::RT_Iteration)
+            mResults[run.family_index] = resultOf(run);
+    }
+    std::cerr << "." << std::flush;
+}
+
+void Table::Finalize() {
+    std::cerr << std::endl;
+    printColumns(GetOutputStream(), "what", "ours", "peer or plain form", "ratio");
+    const result* ours = nullptr;
+    for (const auto& [index, measured] : mResults) {
+        if (ours && ours->what == measured.what)
+            printLine(*ours, measured);
+        else
+            ours = &measured;
+    }
+}
+
+Table::result Table::resultOf(const Run& run) {
+    const std::string& name = run.run_name.function_name;
+    const std::size_t slash = name.rfind('/');
+    result made{name.substr(0, slash), name.substr(slash + 1), run.error_message, 0};
+    if (run.error_occurred)
+        return made;
+    made.seconds = run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
+    const auto speed = run.counters.find("bytes_per_second");
+    made.figure = speed == run.counters.end() ? timeOf(made.seconds)
+                                              : threeDigits(speed->second.value / 1e6) + " MB/s";
+    return made;
+}
+
+void Table::printLine(const result& ours, const result& other) {
+    const bool both = ours.seconds > 0 && other.seconds > 0;
+    printColumns(GetOutputStream(), ours.what, ours.figure, other.contender + ": " + other.figure,
+                 both ? threeDigits(other.seconds / ours.seconds) : "");
+}
+
+} // namespace bench
