@@ -1,0 +1,105 @@
+#include "ui/uileafpainter.h"
+
+#include "ui/uileaflayout.h"
+#include "ui/uilook.h"
+#include "ui/uishared.h"
+
+namespace ui {
+
+namespace {
+
+constexpr float LEAF_TO_EDGE = 12.0F; // beside margin and radius, so that no circle is cut
+constexpr float MENU_ROW = 1.0F;
+
+} // namespace
+
+LeafPainter::LeafPainter(const Look& look, Shared& shared)
+    : mLook(look)
+    , mShared(shared)
+    , mLeafDraw(look) {}
+
+void LeafPainter::onModelChanged() {
+    mNeedsTable = true;
+    mTable.clear();
+    mCurves.clear();
+}
+
+void LeafPainter::layout(const QSize& size) {
+    mLeafDraw.maxWeight = mShared.mLeaves.maxPatternWeight();
+    placeLeaves(size);
+    if (mNeedsTable)
+        mTable.build(mShared.mLeaves);
+    mNeedsTable = false;
+    placeStrokes();
+}
+
+/// In a very small view the areas have no size or a negative one; the layout takes any.
+void LeafPainter::placeLeaves(const QSize& size) {
+    const float margin = mLook.mMargin + mLook.mLeafRadius + LEAF_TO_EDGE;
+    const float width = static_cast<float>(size.width()) - 2 * margin;
+    const float top = MENU_ROW + margin + 2 * mLook.mLeafRadius;
+    const float height = static_cast<float>(size.height()) - margin - top;
+    LeafLayout(mShared.mLeaves)
+        .zoom(QRectF(margin, margin, width, MENU_ROW), QRectF(margin, top, width, height));
+}
+
+void LeafPainter::placeStrokes() {
+    mCurves.clear();
+    mCurves.reserve(mTable.entries().size());
+    for (const StrokeTable::entry& entry : mTable.entries())
+        mCurves.append(stroke_between(entry.from->mPos, entry.to->mPos, mLook.mLeafRadius));
+}
+
+void LeafPainter::paintOn(QPainter& painter) const {
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawPatterns(painter);
+    drawLeaves(painter);
+}
+
+void LeafPainter::drawPatterns(QPainter& painter) const {
+    const domain::Pattern* selected = selectedPattern();
+    beginStrokes(painter);
+    for (int position = 0; position < mCurves.size(); ++position)
+        drawStroke(painter, position, selected);
+    if (selected)
+        drawPattern(painter, *selected);
+}
+
+void LeafPainter::drawLeaves(QPainter& painter) const {
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (auto leaf = mShared.mLeaves.begin(); leaf.hasValue(); ++leaf)
+        (*leaf)->drawOn(painter, mShared.leafSelection(), mLeafDraw);
+}
+
+void LeafPainter::beginStrokes(QPainter& painter) const {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(mLook.mPatternPen);
+    painter.setBrush(Qt::NoBrush);
+}
+
+void LeafPainter::drawStroke(QPainter& painter, int position,
+                             const domain::Pattern* selected) const {
+    if (mCurves[position] && !mTable.isOnlyIn(position, selected))
+        painter.drawPath(mCurves[position]->path());
+}
+
+void LeafPainter::drawPattern(QPainter& painter, const domain::Pattern& pattern) const {
+    painter.setPen(mLook.mSelectedPatternPen);
+    for (const int position : mTable.strokesOf(pattern)) {
+        if (!mCurves[position])
+            continue;
+        const QPainterPath path = mCurves[position]->path();
+        const QPointF target = mTable.entries()[position].to->mPos;
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPath(path);
+        painter.setBrush(mLook.mPrimaryFillBrush);
+        painter.drawPath(arrow_head(path, target, mLook.mLeafRadius));
+    }
+}
+
+const domain::Pattern* LeafPainter::selectedPattern() const {
+    const domain::Branch* branch = mShared.mLeaves.branchAt(mShared.leafSelection().mPrimary);
+    return branch ? branch->patternAt(mShared.patternSelection()) : nullptr;
+}
+
+} // namespace ui

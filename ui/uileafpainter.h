@@ -1,0 +1,71 @@
+#pragma once
+
+#include "ui/uileaf.h"
+#include "ui/uistroke.h"
+#include "ui/uistroketable.h"
+
+#include <QPainter>
+#include <QSize>
+
+#include <optional>
+
+namespace ui {
+
+class Shared;
+
+/// Draws leaves and the strokes of their patterns with any painter, in vectors: what the leaf view
+/// shows, also for a picture without a window.
+///
+/// Each differing stroke is drawn once, in grey; those that only the selected pattern has are left
+/// out. The selected pattern follows in black, each of its strokes once, with an arrow head. The
+/// leaves lie on top. A selection that names no leaf or pattern draws nothing in black.
+///
+/// Main thread only. The painter's pen and brush are not restored.
+class LeafPainter {
+public:
+    /// `look` and `shared`, whose leaves have been given their place among each other
+    /// (`LeafLayout::layout`), outlive the painter.
+    LeafPainter(const Look& look, Shared& shared);
+
+    /// To be called after a rebuild of the leaves; until the next `layout` there are no strokes.
+    void onModelChanged();
+
+    /// Places leaves and strokes in a view of `size` pixels; for every new model and every new
+    /// size, before anything is drawn. The first one for a model walks all patterns.
+    void layout(const QSize& size);
+
+    void paintOn(QPainter& painter) const;
+    void drawPatterns(QPainter& painter) const;
+    void drawLeaves(QPainter& painter) const;
+
+    /// Prepares `painter` for `drawStroke`.
+    void beginStrokes(QPainter& painter) const;
+
+    /// Draws the stroke of that position in the stroke table, unless it is left out for `selected`,
+    /// which may be null.
+    void drawStroke(QPainter& painter, int position, const domain::Pattern* selected) const;
+
+    /// Draws a pattern as the selected one.
+    void drawPattern(QPainter& painter, const domain::Pattern& pattern) const;
+
+    /// Null when the selection names none.
+    const domain::Pattern* selectedPattern() const;
+
+    const StrokeTable& strokeTable() const { return mTable; }
+
+    /// The strokes' curves by their positions in the stroke table; empty where nothing is drawn.
+    const QList<std::optional<stroke>>& curves() const { return mCurves; }
+
+private:
+    void placeLeaves(const QSize& size);
+    void placeStrokes();
+
+    const Look& mLook;
+    Shared& mShared;
+    leaf_draw mLeafDraw;
+    bool mNeedsTable = true;
+    StrokeTable mTable;
+    QList<std::optional<stroke>> mCurves;
+};
+
+} // namespace ui
