@@ -1,0 +1,157 @@
+#include "ui/uileafview.h"
+
+#include "ui/uilook.h"
+#include "ui/uishared.h"
+
+#include <QDropEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace ui {
+
+namespace {
+
+constexpr float CATCH = 0.75F; // of a leaf's radius
+
+QRectF rectBetween(const QPointF& a, const QPointF& b) {
+    return {std::fmin(a.x(), b.x()), std::fmin(a.y(), b.y()), std::fabs(b.x() - a.x()),
+            std::fabs(b.y() - a.y())};
+}
+
+bool hasUrls(const QDropEvent* event) {
+    return event && event->mimeData() && event->mimeData()->hasUrls();
+}
+
+} // namespace
+
+LeafView::LeafView(const Look& look, Shared& shared, QWidget* parent)
+    : QWidget(parent)
+    , mLook(look)
+    , mShared(shared)
+    , mLeafPainter(look, shared) {
+    setAcceptDrops(true);
+}
+
+QSize LeafView::sizeHint() const {
+    return QSize(500, 400);
+}
+
+QSize LeafView::minimumSizeHint() const {
+    return QSize(-1, -1);
+}
+
+void LeafView::onModelChanged() {
+    mNeedsLayout = true;
+    mLeafPainter.onModelChanged();
+    mStrokePicture.forget();
+}
+
+void LeafView::selectionChanged(quint64 /*mask*/) {
+    update();
+}
+
+/// What the press selects repaints, if it changes the selection; there is no band to be seen yet.
+void LeafView::mousePressEvent(QMouseEvent* event) {
+    mPressPoint = mDragPoint = event->position();
+    mDragging = true;
+    const int x = static_cast<int>(mPressPoint.x());
+    const int y = static_cast<int>(mPressPoint.y());
+    mSelectionBox = QRect(x, y, 1, 1);
+    select();
+}
+
+void LeafView::mouseMoveEvent(QMouseEvent* event) {
+    mDragPoint = event->position();
+    const QRect old = mSelectionBox;
+    getSelectionBox(mSelectionBox);
+    update((old | mSelectionBox).adjusted(-1, -1, 1, 1));
+    select();
+}
+
+void LeafView::mouseReleaseEvent(QMouseEvent* /*event*/) {
+    mDragging = false;
+    select();
+    update();
+}
+
+void LeafView::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    paintOn(painter);
+}
+
+void LeafView::resizeEvent(QResizeEvent* /*event*/) {
+    mNeedsLayout = true;
+}
+
+void LeafView::dragEnterEvent(QDragEnterEvent* event) {
+    if (hasUrls(event))
+        event->acceptProposedAction();
+}
+
+void LeafView::dropEvent(QDropEvent* event) {
+    if (!hasUrls(event))
+        return;
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.isEmpty())
+        return;
+    event->acceptProposedAction();
+    Q_EMIT
+    requestLoad(urls.first());
+}
+
+void LeafView::layout(const QSize& size) {
+    mNeedsLayout = false;
+    mLeafPainter.layout(size);
+    mStrokePicture.forget();
+}
+
+void LeafView::paintOn(QPainter& painter) {
+    if (mNeedsLayout)
+        layout(size());
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawPatterns(painter);
+    mLeafPainter.drawLeaves(painter);
+    if (mDragging)
+        drawRubberBand(painter);
+}
+
+void LeafView::drawPatterns(QPainter& painter) {
+    if (!mStrokePicture.drawOn(painter, size()))
+        mLeafPainter.drawPatterns(painter);
+}
+
+void LeafView::drawRubberBand(QPainter& painter) {
+    painter.setPen(mLook.mSelectedOutline);
+    painter.setBrush(mLook.mRubberBandBrush);
+    painter.drawRects(&mSelectionBox, 1);
+}
+
+void LeafView::getSelectionBox(QRect& box) const {
+    const QRectF band = rectBetween(mPressPoint, mDragPoint);
+    box = QRect(static_cast<int>(band.x()), static_cast<int>(band.y()),
+                static_cast<int>(band.width()), static_cast<int>(band.height()));
+}
+
+void LeafView::select() {
+    select(rectBetween(mPressPoint, mDragPoint));
+}
+
+void LeafView::select(const QRectF& rect) {
+    const float more = CATCH * mLook.mLeafRadius;
+    const QRectF grown = rect.adjusted(-more, -more, more, more);
+    LeafSelection selection;
+    for (auto leaf = mShared.mLeaves.begin(); leaf.hasValue(); ++leaf) {
+        if (!(*leaf)->isContainedBy(grown))
+            continue;
+        const int index = (*leaf)->mIndex;
+        selection.mAlternates.add(index);
+        if (selection.mPrimary < 0)
+            selection.mPrimary = index;
+    }
+    mShared.setLeafSelection(selection);
+}
+
+} // namespace ui
