@@ -1,5 +1,7 @@
 #include "ui/uileafselect.h"
 
+#include "ui/uishared.h"
+
 #include <QList>
 
 #include <algorithm>
@@ -34,6 +36,14 @@ void sort(const LeafList& leaves, bool (*before)(const leaf_select&, const leaf_
         if (!order.add(leaf.index))
             return;
     }
+}
+
+void select_by_rank(Shared& shared) {
+    LeafSelection selection;
+    sort(shared.mLeaves, descendingRank, selection.mAlternates);
+    if (selection.mAlternates.size() > 0)
+        selection.mPrimary = selection.mAlternates[0];
+    shared.setLeafSelection(selection);
 }
 
 } // namespace ui

@@ -5,6 +5,8 @@
 
 namespace ui {
 
+class Shared;
+
 /// A leaf as the rank order sees it.
 struct leaf_select {
     leaf_select() = default;
@@ -24,5 +26,8 @@ bool descendingRank(const leaf_select& a, const leaf_select& b);
 /// `before`, a strict order that tells any two leaves apart. Out of memory, the first of them.
 void sort(const LeafList& leaves, bool (*before)(const leaf_select&, const leaf_select&),
           RecycleArray<int>& order);
+
+/// Selects all leaves whose branches have patterns, highest rank first, the highest in focus.
+void select_by_rank(Shared& shared);
 
 } // namespace ui

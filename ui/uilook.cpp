@@ -13,6 +13,8 @@ static void initResources() {
 namespace {
 
 constexpr qreal DISABLED_OPACITY = 0.35;
+constexpr QColor BUTTON_FACE(239, 239, 239);
+constexpr QColor WINDOW_FACE(255, 255, 255);
 
 void setupBrush(QBrush& brush, const QColor& colour) {
     brush.setColor(colour);
@@ -85,6 +87,13 @@ bool Look::init(const QFontMetrics& metrics) {
         mBottomShadowAlpha[i] = static_cast<int>(alpha);
     mTopShadowAlpha = 10;
     return true;
+}
+
+QPalette Look::palette() const {
+    QPalette light(BUTTON_FACE, WINDOW_FACE);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        light.setColor(QPalette::Active, role, mText);
+    return light;
 }
 
 QColor Look::patternWeightedC(float weight) const {

@@ -2,6 +2,7 @@
 
 #include <QBrush>
 #include <QColor>
+#include <QPalette>
 #include <QPixmap>
 
 class QFontMetrics;
@@ -24,6 +25,9 @@ public:
     /// and sharp on the densest screen, and sets the alphas of the shadows. An image that cannot
     /// be loaded stays null, and its button takes no room. Always true.
     bool init(const QFontMetrics& metrics);
+
+    /// A palette that is readable on the light backgrounds of the window and its side panel.
+    QPalette palette() const;
 
     /// The fill of a leaf of pattern weight `weight`, in 0 to 1: the heavier, the more opaque.
     QColor patternWeightedC(float weight) const;

@@ -1,6 +1,7 @@
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -171,11 +172,50 @@ TEST_F(Report, ReportsTheOthersWhenOneFileFails) {
     }
 }
 
+int greenPixels(const QImage& image) {
+    int green = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            green += image.pixelColor(x, y) == QColor(0, 255, 0) ? 1 : 0;
+    }
+    return green;
+}
+
+TEST_F(Report, DrawsWhatTheWindowShows) {
+    write(QStringLiteral("a.json"), EDITING);
+    const QStringList draw{QStringLiteral("a.json"), QStringLiteral("--size"),
+                           QStringLiteral("300x200"), QStringLiteral("--image")};
+    EXPECT_EQ(run(draw + QStringList{QStringLiteral("a.png")}).status, 0);
+    EXPECT_EQ(run(draw + QStringList{QStringLiteral("b.PNG"), QStringLiteral("--rank")}).status, 0);
+    const result svg = run(draw + QStringList{QStringLiteral("c.svg"), QStringLiteral("--rank")});
+    EXPECT_EQ(svg.out + svg.err, "");
+    const QImage plain(mDir.filePath(QStringLiteral("a.png")));
+    EXPECT_EQ(plain.size(), QSize(300, 200));
+    EXPECT_EQ(plain.pixelColor(0, 199), QColor(Qt::white));
+    EXPECT_EQ(greenPixels(plain), 0);
+    EXPECT_GT(greenPixels(QImage(mDir.filePath(QStringLiteral("b.PNG")))), 50);
+    QFile file(mDir.filePath(QStringLiteral("c.svg")));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const std::string text = file.readAll().toStdString();
+    EXPECT_THAT(text, HasSubstr("#00ff00"));
+    EXPECT_EQ(text.find("<image"), std::string::npos); // vectors, not pixels
+
+    const result failed = run(draw + QStringList{QStringLiteral("none/a.png")});
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_THAT(failed.err, StartsWith("quillon-report: none/a.png: "));
+}
+
 TEST_F(Report, RejectsWrongUsage) {
     for (const QStringList& arguments :
          {QStringList(), QStringList{QStringLiteral("--format"), QStringLiteral("xml")},
           QStringList{QStringLiteral("--format"), QStringLiteral("xml"), QStringLiteral("a")},
-          QStringList{QStringLiteral("--no-such-option"), QStringLiteral("a")}}) {
+          QStringList{QStringLiteral("--no-such-option"), QStringLiteral("a")},
+          QStringList{QStringLiteral("--image"), QStringLiteral("x.gif"), QStringLiteral("a")},
+          QStringList{QStringLiteral("--rank"), QStringLiteral("a")},
+          QStringList{QStringLiteral("--image"), QStringLiteral("x.png"), QStringLiteral("--size"),
+                      QStringLiteral("0x5"), QStringLiteral("a")},
+          QStringList{QStringLiteral("--image"), QStringLiteral("x.png"), QStringLiteral("a"),
+                      QStringLiteral("b")}}) {
         const result r = run(arguments);
         EXPECT_EQ(r.status, 2);
         EXPECT_THAT(r.err, StartsWith("quillon-report: "));

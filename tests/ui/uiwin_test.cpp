@@ -1,0 +1,212 @@
+#include "ui/uibarview.h"
+#include "ui/uileafview.h"
+#include "ui/uiselectionview.h"
+#include "ui/uiwin.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDropEvent>
+#include <QFile>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QSettings>
+#include <QSplitter>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString LAST_FILE = QStringLiteral("last-file");
+
+class WinTest : public testing::Test {
+protected:
+    WinTest() {
+        QCoreApplication::setOrganizationName(QStringLiteral("Velmorix"));
+        QCoreApplication::setApplicationName(QStringLiteral("Quillon test"));
+        QSettings().clear();
+    }
+
+    /// A log whose keys are the letters of `keys`, in one recording.
+    QUrl write(const QString& name, const QByteArray& keys) {
+        QFile file(mDir.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        QByteArray text;
+        for (const char key : keys)
+            text += QByteArray(text.isEmpty() ? "" : ",") + "\"down\":[0,\"" + key + "\"," +
+                    QByteArray::number(key * 3) + "," + QByteArray::number(key * 7 % 50) + "]";
+        file.write("{" + text + "}");
+        return QUrl::fromLocalFile(file.fileName());
+    }
+
+    static QUrl lastFile() { return QSettings().value(LAST_FILE).toUrl(); }
+
+    static bool becomesLastFile(const QUrl& url) {
+        return QTest::qWaitFor([&] { return lastFile() == url; });
+    }
+
+    static void trigger(const ui::Win& window, const QString& text) {
+        for (QAction* action : window.findChildren<QAction*>()) {
+            if (action->text() == text)
+                action->trigger();
+        }
+    }
+
+    static void drop(ui::LeafView* view, const QUrl& url) {
+        QMimeData data;
+        data.setUrls({url});
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(view, &enter);
+        QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(view, &event);
+    }
+
+    /// The labels of both bars.
+    static std::string labels(const ui::Win& window) {
+        std::string text;
+        for (ui::BarView* bar : window.findChildren<ui::BarView*>())
+            text += bar->zoneAt(1)->mLabel.toStdString() + "|";
+        return text;
+    }
+
+    static void selectAll(ui::Win& window) {
+        window.grab(); // a paint places the leaves
+        auto* view = window.findChild<ui::LeafView*>();
+        const QPoint end(view->width(), view->height());
+        QTest::mousePress(view, Qt::LeftButton, {}, QPoint(1, 1));
+        QMouseEvent move(QEvent::MouseMove, end, view->mapToGlobal(end), Qt::NoButton,
+                         Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(view, &move);
+        QTest::mouseRelease(view, Qt::LeftButton, {}, end);
+    }
+
+    QTemporaryDir mDir;
+};
+
+TEST_F(WinTest, StartsEmptyWithoutALastFile) {
+    const ui::Win window(nullptr);
+    QTest::qWait(30);
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("Quillon"));
+    EXPECT_EQ(window.styleSheet(), QStringLiteral("background-color: rgb(255, 255, 255);"));
+    EXPECT_TRUE(QSettings().contains(LAST_FILE));
+    EXPECT_EQ(lastFile(), QUrl());
+}
+
+TEST_F(WinTest, ForgetsTheLastFileUntilItIsLoadedAgain) {
+    const QUrl log = write(QStringLiteral("a.json"), "aba");
+    QSettings().setValue(LAST_FILE, log);
+    ui::Win window(nullptr);
+    EXPECT_EQ(lastFile(), QUrl());
+    ASSERT_TRUE(becomesLastFile(log));
+    trigger(window, QStringLiteral("By &Rank"));
+    EXPECT_EQ(labels(window), "a|pattern|");
+}
+
+TEST_F(WinTest, AMissingLastFileStaysForgotten) {
+    QSettings().setValue(LAST_FILE, QUrl::fromLocalFile(mDir.filePath(QStringLiteral("none"))));
+    const ui::Win window(nullptr);
+    QTest::qWait(50);
+    EXPECT_EQ(lastFile(), QUrl());
+}
+
+TEST_F(WinTest, ADroppedLogReplacesTheLastAndKeepsTheSelection) {
+    ui::Win window(nullptr);
+    window.show();
+    auto* view = window.findChild<ui::LeafView*>();
+    drop(view, write(QStringLiteral("a.json"), "abab"));
+    ASSERT_TRUE(becomesLastFile(QUrl::fromLocalFile(mDir.filePath(QStringLiteral("a.json")))));
+    trigger(window, QStringLiteral("By &Rank"));
+    EXPECT_EQ(labels(window), "1/2 a|pattern|");
+    const QUrl second = write(QStringLiteral("b.json"), "c");
+    drop(view, second);
+    ASSERT_TRUE(becomesLastFile(second));
+    EXPECT_EQ(labels(window), "1/2 c||"); // the index of the leaf in focus names another key now
+    selectAll(window);
+    EXPECT_EQ(labels(window), "c||");
+}
+
+TEST_F(WinTest, ASignalWithNothingToCollectKeepsTheLastFile) {
+    const QUrl log = write(QStringLiteral("a.json"), "aba");
+    QSettings().setValue(LAST_FILE, log);
+    ui::Win window(nullptr);
+    ASSERT_TRUE(becomesLastFile(log));
+    QMetaObject::invokeMethod(&window, "loadFinished");
+    EXPECT_EQ(lastFile(), log);
+    selectAll(window);
+    EXPECT_EQ(labels(window), "1/2 b||"); // in list order, from the highest index
+}
+
+TEST_F(WinTest, ByRankClearsTheSelectionOfALogWithoutPatterns) {
+    const QUrl log = write(QStringLiteral("a.json"), "abc");
+    QSettings().setValue(LAST_FILE, log);
+    ui::Win window(nullptr);
+    window.show();
+    ASSERT_TRUE(becomesLastFile(log));
+    selectAll(window);
+    EXPECT_EQ(labels(window), "1/3 c||");
+    trigger(window, QStringLiteral("By &Rank"));
+    EXPECT_EQ(labels(window), "||");
+}
+
+TEST_F(WinTest, ArrangesItsViews) {
+    ui::Win window(nullptr);
+    window.resize(900, 600);
+    window.show();
+    const auto* splitter = window.findChild<QSplitter*>();
+    EXPECT_EQ(splitter->geometry(), window.centralWidget()->rect());
+    ASSERT_EQ(splitter->count(), 2);
+    const QWidget* panel = splitter->widget(0);
+    EXPECT_EQ(splitter->widget(1), window.findChild<ui::LeafView*>());
+    int top = 0;
+    for (const QObject* child : panel->children()) {
+        const auto* widget = qobject_cast<const QWidget*>(child);
+        if (!widget)
+            continue;
+        EXPECT_EQ(widget->geometry().topLeft(), QPoint(0, top));
+        EXPECT_EQ(widget->width(), panel->width());
+        top += widget->height();
+    }
+    EXPECT_EQ(top, panel->height());
+    const int panelWidth = panel->width();
+    window.resize(1100, 600);
+    EXPECT_EQ(panel->width(), panelWidth); // the leaves get the room
+}
+
+TEST_F(WinTest, AnswersTheOpenKeyAndItsMenusHaveMnemonics) {
+    const ui::Win window(nullptr);
+    QStringList texts;
+    for (const QAction* menu : window.menuBar()->actions())
+        texts.append(menu->text());
+    EXPECT_EQ(texts, (QStringList{QStringLiteral("&File"), QStringLiteral("&Select")}));
+    for (const QAction* action : window.findChildren<QAction*>()) {
+        if (action->text() == QStringLiteral("&Open")) {
+            EXPECT_EQ(action->shortcuts(), QKeySequence::keyBindings(QKeySequence::Open));
+        }
+    }
+}
+
+TEST_F(WinTest, StaysReadableOnADarkDesktop) {
+    const QPalette before = QApplication::palette();
+    QApplication::setPalette(QPalette(QColor(40, 40, 40), QColor(20, 20, 20)));
+    ui::Win window(nullptr);
+    const QImage menu = window.menuBar()->grab().toImage();
+    int dark = 0;
+    for (int y = 0; y < menu.height(); ++y) {
+        for (int x = 0; x < menu.width(); ++x)
+            dark += qGray(menu.pixel(x, y)) < 100 ? 1 : 0;
+    }
+    EXPECT_GT(dark, 20); // the menus' names
+    EXPECT_LT(dark, menu.width() * menu.height() / 10);
+    QApplication::setPalette(before);
+}
+
+TEST_F(WinTest, ClosesInTheMiddleOfALongLoad) {
+    const QUrl log = write(QStringLiteral("long.json"), QByteArray("abcdefgh").repeated(20000));
+    QSettings().setValue(LAST_FILE, log);
+    { const ui::Win window(nullptr); }
+    EXPECT_EQ(lastFile(), QUrl());
+}
+
+} // namespace

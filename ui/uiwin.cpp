@@ -1,0 +1,147 @@
+#include "ui/uiwin.h"
+
+#include "ui/uileafbar.h"
+#include "ui/uileafbuilder.h"
+#include "ui/uileaflayout.h"
+#include "ui/uileafselect.h"
+#include "ui/uileafview.h"
+#include "ui/uipatternbar.h"
+#include "ui/uiselectionview.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QBoxLayout>
+#include <QFileDialog>
+#include <QFontMetrics>
+#include <QGridLayout>
+#include <QKeySequence>
+#include <QMenu>
+#include <QMenuBar>
+#include <QSettings>
+#include <QSplitter>
+#include <QVariant>
+
+namespace ui {
+
+namespace {
+
+const QString LAST_FILE_SZ = QStringLiteral("last-file");
+
+} // namespace
+
+Win::Win(QWidget* parent)
+    : QMainWindow(parent)
+    , mShared(nullptr) {
+    mLook.init(QFontMetrics(QApplication::font()));
+    // The style sheets below make every background light, whatever the desktop's palette.
+    QApplication::setPalette(mLook.palette());
+    createViews();
+    setWindowTitle(tr("Quillon"));
+    createMenuBar();
+    setStyleSheet(QStringLiteral("background-color: rgb(255, 255, 255);"));
+    connect(&mLoadThread, &LoadThread::loadFinished, this, &Win::loadFinished);
+    restoreLastFile();
+}
+
+void Win::requestLoad(QUrl url) {
+    mLoadThread.load(url);
+}
+
+void Win::loadFinished() {
+    QUrl url;
+    if (!mLoadThread.getOutput(mNest, url))
+        return;
+    cache(mNest);
+    mLeafView->onModelChanged();
+    refreshBars();
+    update();
+    QSettings().setValue(LAST_FILE_SZ, url);
+}
+
+void Win::requestOpenDialog() {
+    const QString name = QFileDialog::getOpenFileName(this, tr("Open Log"), QString(),
+                                                      tr("Log Files (*.txt *.json *.log)"));
+    if (name.isEmpty())
+        return;
+    const QUrl url = QUrl::fromLocalFile(name);
+    if (url.isValid())
+        requestLoad(url);
+}
+
+void Win::selectByRank() {
+    select_by_rank(mShared);
+}
+
+void Win::createViews() {
+    auto* central = new QWidget;
+    setCentralWidget(central);
+    auto* grid = new QGridLayout;
+    grid->setContentsMargins(0, 0, 0, 0);
+    auto* splitter = new QSplitter(Qt::Horizontal);
+    mSelectionView = new SelectionView(mLook, mShared, nullptr);
+    mLeafView = new LeafView(mLook, mShared, nullptr);
+    splitter->addWidget(newSidePanel());
+    splitter->addWidget(mLeafView);
+    splitter->setStretchFactor(1, 1); // a resize is for the leaves
+    connect(&mShared, &Shared::onSelectionChanged, mLeafView, &LeafView::selectionChanged);
+    connect(mLeafView, &LeafView::requestLoad, this, &Win::requestLoad);
+    grid->addWidget(splitter, 0, 0);
+    central->setLayout(grid);
+}
+
+/// The bars above the selection view, wired to the selection in the order in which they hear of it.
+QWidget* Win::newSidePanel() {
+    auto* panel = new QWidget;
+    auto* box = new QBoxLayout(QBoxLayout::TopToBottom);
+    box->setContentsMargins(0, 0, 0, 0);
+    box->setSpacing(0);
+    auto* leafBar = new LeafBar(mLook, mShared);
+    auto* patternBar = new PatternBar(mLook, mShared);
+    box->addWidget(leafBar);
+    box->addWidget(patternBar);
+    box->addWidget(mSelectionView);
+    panel->setLayout(box);
+    panel->setStyleSheet(QStringLiteral("background-color: rgb(200, 200, 200);"));
+    panel->setAutoFillBackground(true);
+    connect(&mShared, &Shared::onSelectionChanged, mSelectionView,
+            &SelectionView::selectionChanged);
+    connect(&mShared, &Shared::onSelectionChanged, leafBar, &BarView::selectionChanged);
+    connect(&mShared, &Shared::onSelectionChanged, patternBar, &BarView::selectionChanged);
+    return panel;
+}
+
+void Win::createMenuBar() {
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    auto* open = new QAction(tr("&Open"), this);
+    open->setShortcuts(QKeySequence::Open);
+    open->setStatusTip(tr("Open a new log file"));
+    connect(open, &QAction::triggered, this, &Win::requestOpenDialog);
+    file->addAction(open);
+
+    QMenu* select = menuBar()->addMenu(tr("&Select"));
+    auto* byRank = new QAction(tr("By &Rank"), this);
+    byRank->setStatusTip(tr("Select all based on highest rank"));
+    connect(byRank, &QAction::triggered, this, &Win::selectByRank);
+    select->addAction(byRank);
+}
+
+void Win::restoreLastFile() {
+    QSettings settings;
+    const QUrl url = settings.value(LAST_FILE_SZ, QUrl()).toUrl();
+    settings.setValue(LAST_FILE_SZ, QUrl());
+    if (!url.isEmpty())
+        requestLoad(url);
+}
+
+void Win::cache(const domain::Nest& nest) {
+    LeafBuilder(mShared.mLeaves).from(nest);
+    LeafLayout(mShared.mLeaves).layout();
+}
+
+/// The selection is the same, but what it names is not.
+void Win::refreshBars() {
+    for (BarView* bar : findChildren<BarView*>())
+        bar->selectionChanged(LEAF_SEL | PATTERN_SEL);
+}
+
+} // namespace ui
