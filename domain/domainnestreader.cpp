@@ -42,7 +42,7 @@ bool NestReader::begin(Nest& target) {
     for (int i = 0; i < target.size(); ++i) {
         const Branch* branch = target.branchAt(i);
         if (branch && branch->mGesture >= 0 && branch->isValid())
-            mKeys.insert(branch->mKey, i);
+            mKeys[branch->mKey] = i;
     }
     return true;
 }
@@ -117,13 +117,13 @@ void NestReader::addNest() {
 /// The branch index of a key, reserved in the target at the key's first appearance; -1 when the
 /// target cannot grow.
 int NestReader::indexOf(const QString& key) {
-    const auto known = mKeys.constFind(key);
-    if (known != mKeys.constEnd())
-        return *known;
+    const auto known = mKeys.find(key);
+    if (known != mKeys.end())
+        return known->second;
     const int index = mTarget->size();
     if (!mTarget->addSlot())
         return -1;
-    mKeys.insert(key, index);
+    mKeys[key] = index;
     return index;
 }
 

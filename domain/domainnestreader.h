@@ -6,8 +6,10 @@
 #include "domain/domaintrace.h"
 #include "json/jsonreader.h"
 
-#include <QHash>
 #include <QString>
+
+#include <string_view>
+#include <unordered_map>
 
 namespace domain {
 
@@ -48,14 +50,23 @@ public:
     void addNest();
 
 private:
+    // Not the toolkit's hash of a string: in the version here it leaves the processor's wide
+    // registers in use, which slows down whatever runs next.
+    struct key_hash {
+        std::size_t operator()(const QString& key) const {
+            return std::hash<std::u16string_view>()({reinterpret_cast<const char16_t*>(key.utf16()),
+                                                     static_cast<std::size_t>(key.size())});
+        }
+    };
+
     int indexOf(const QString& key);
 
     Nest* mTarget = nullptr;
     Analysis& mAnalysis;
-    Nest mNest;                ///< The recording's branches, at their final indices.
-    Trace mTrace;              ///< The recording's events without "up".
-    Branch mBranch;            ///< The event being read.
-    QHash<QString, int> mKeys; ///< Branch indices of the target's keys.
+    Nest mNest;     ///< The recording's branches, at their final indices.
+    Trace mTrace;   ///< The recording's events without "up".
+    Branch mBranch; ///< The event being read.
+    std::unordered_map<QString, int, key_hash> mKeys; ///< Branch indices of the target's keys.
     int mRecordingCount = 0;
     int mEventCount = 0;
 };
