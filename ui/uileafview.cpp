@@ -98,8 +98,7 @@ void LeafView::dropEvent(QDropEvent* event) {
     if (urls.isEmpty())
         return;
     event->acceptProposedAction();
-    Q_EMIT
-    requestLoad(urls.first());
+    Q_EMIT requestLoad(urls.first());
 }
 
 void LeafView::layout(const QSize& size) {

@@ -111,8 +111,7 @@ void LoadThread::loop() {
         requests.moveToRetired(mInput);
     }
     if (loaded)
-        Q_EMIT
-    loadFinished();
+        Q_EMIT loadFinished();
 }
 
 /// Sleeps until a request has come; false when the thread is to end.

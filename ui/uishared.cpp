@@ -13,16 +13,14 @@ void Shared::setLeafSelection(const LeafSelection& selection) {
     mLeafSelection = selection;
     mLeafSelection.freeze(); // every leaf asks whether it is selected each time it is drawn
     mPatternSelection = 0;
-    Q_EMIT
-    onSelectionChanged(LEAF_SEL | PATTERN_SEL);
+    Q_EMIT onSelectionChanged(LEAF_SEL | PATTERN_SEL);
 }
 
 void Shared::setPatternSelection(int pattern) {
     if (pattern == mPatternSelection)
         return;
     mPatternSelection = pattern;
-    Q_EMIT
-    onSelectionChanged(PATTERN_SEL);
+    Q_EMIT onSelectionChanged(PATTERN_SEL);
 }
 
 } // namespace ui
