@@ -92,7 +92,8 @@ std::pair<stroke, stroke> stroke::halves() const {
 }
 
 std::optional<stroke> stroke_between(const QPointF& from, const QPointF& to, double radius) {
-    if (!isWithinReach(from) || !isWithinReach(to))
+    const bool apart = from.x() != to.x() || from.y() != to.y();
+    if (!apart || !isWithinReach(from) || !isWithinReach(to))
         return std::nullopt;
     const double way = direction(to - from);
     const QPointF start = circleEdge(from, way + LEAVING, radius);

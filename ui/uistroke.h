@@ -26,8 +26,8 @@ struct stroke {
 };
 
 /// The stroke between circles of `radius` around `from` and `to`. It keeps to the left of the way,
-/// as seen by a traveller, so the stroke there and the one back lie apart. Circles around one point
-/// are joined across their upper half. Empty when a centre is not finite or so far out, a million
+/// as seen by a traveller, so the stroke there and the one back lie apart. Empty when both centres
+/// are the same point, to which no way leads, and when one is not finite or so far out, a million
 /// pixels, that nothing of the curve could be made out.
 std::optional<stroke> stroke_between(const QPointF& from, const QPointF& to, double radius);
 

@@ -27,6 +27,10 @@ namespace {
 
 const QString LAST_FILE_SZ = QStringLiteral("last-file");
 
+const QString CHOSEN_ITEM =
+    QStringLiteral("QMenu::item:selected { background-color: palette(highlight); color: "
+                   "palette(highlighted-text); }");
+
 } // namespace
 
 Win::Win(QWidget* parent)
@@ -111,6 +115,8 @@ QWidget* Win::newSidePanel() {
 }
 
 void Win::createMenuBar() {
+    // Under the window's style sheet the chosen item would be white on white.
+    menuBar()->setStyleSheet(CHOSEN_ITEM);
     QMenu* file = menuBar()->addMenu(tr("&File"));
     auto* open = new QAction(tr("&Open"), this);
     open->setShortcuts(QKeySequence::Open);
