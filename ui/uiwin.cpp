@@ -47,7 +47,7 @@ Win::Win(QWidget* parent)
     restoreLastFile();
 }
 
-void Win::requestLoad(QUrl url) {
+void Win::requestLoad(const QUrl& url) {
     mLoadThread.load(url);
 }
 

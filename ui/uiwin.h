@@ -26,7 +26,7 @@ public:
     explicit Win(QWidget* parent);
 
 private Q_SLOTS:
-    void requestLoad(QUrl url);
+    void requestLoad(const QUrl& url);
 
     /// Collects the newest load. A signal whose result was collected already changes nothing.
     void loadFinished();
