@@ -61,18 +61,16 @@ void LeafPainter::drawPatterns(QPainter& painter) const {
     beginStrokes(painter);
     for (int position = 0; position < mCurves.size(); ++position)
         drawStroke(painter, position, selected);
-    if (selected)
-        drawPattern(painter, *selected);
+    for (const selected_stroke& stroke : strokesOf(selected))
+        drawSelected(painter, stroke);
 }
 
 void LeafPainter::drawLeaves(QPainter& painter) const {
-    painter.setRenderHint(QPainter::Antialiasing);
     for (auto leaf = mShared.mLeaves.begin(); leaf.hasValue(); ++leaf)
-        (*leaf)->drawOn(painter, mShared.leafSelection(), mLeafDraw);
+        drawLeaf(painter, **leaf);
 }
 
 void LeafPainter::beginStrokes(QPainter& painter) const {
-    painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(mLook.mPatternPen);
     painter.setBrush(Qt::NoBrush);
 }
@@ -83,18 +81,30 @@ void LeafPainter::drawStroke(QPainter& painter, int position,
         painter.drawPath(mCurves[position]->path());
 }
 
-void LeafPainter::drawPattern(QPainter& painter, const domain::Pattern& pattern) const {
+void LeafPainter::drawSelected(QPainter& painter, const selected_stroke& stroke) const {
     painter.setPen(mLook.mSelectedPatternPen);
-    for (const int position : mTable.strokesOf(pattern)) {
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPath(stroke.curve);
+    painter.setBrush(mLook.mPrimaryFillBrush);
+    painter.drawPath(stroke.head);
+}
+
+void LeafPainter::drawLeaf(QPainter& painter, const Leaf& leaf) const {
+    leaf.drawOn(painter, mShared.leafSelection(), mLeafDraw);
+}
+
+QList<selected_stroke> LeafPainter::strokesOf(const domain::Pattern* pattern) const {
+    QList<selected_stroke> strokes;
+    if (!pattern)
+        return strokes;
+    for (const int position : mTable.strokesOf(*pattern)) {
         if (!mCurves[position])
             continue;
-        const QPainterPath path = mCurves[position]->path();
+        const QPainterPath curve = mCurves[position]->path();
         const QPointF target = mTable.entries()[position].to->mPos;
-        painter.setBrush(Qt::NoBrush);
-        painter.drawPath(path);
-        painter.setBrush(mLook.mPrimaryFillBrush);
-        painter.drawPath(arrow_head(path, target, mLook.mLeafRadius));
+        strokes.append({position, curve, arrow_head(curve, target, mLook.mLeafRadius)});
     }
+    return strokes;
 }
 
 const domain::Pattern* LeafPainter::selectedPattern() const {

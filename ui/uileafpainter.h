@@ -13,6 +13,13 @@ namespace ui {
 
 class Shared;
 
+/// A stroke of the selected pattern, in view pixels.
+struct selected_stroke {
+    int position; ///< In the stroke table.
+    QPainterPath curve;
+    QPainterPath head;
+};
+
 /// Draws leaves and the strokes of their patterns with any painter, in vectors: what the leaf view
 /// shows, also for a picture without a window.
 ///
@@ -35,8 +42,6 @@ public:
     void layout(const QSize& size);
 
     void paintOn(QPainter& painter) const;
-    void drawPatterns(QPainter& painter) const;
-    void drawLeaves(QPainter& painter) const;
 
     /// Prepares `painter` for `drawStroke`.
     void beginStrokes(QPainter& painter) const;
@@ -45,11 +50,18 @@ public:
     /// which may be null.
     void drawStroke(QPainter& painter, int position, const domain::Pattern* selected) const;
 
-    /// Draws a pattern as the selected one.
-    void drawPattern(QPainter& painter, const domain::Pattern& pattern) const;
+    void drawSelected(QPainter& painter, const selected_stroke& stroke) const;
+    void drawLeaf(QPainter& painter, const Leaf& leaf) const;
+
+    /// What draws `pattern` as the selected one; nothing for null.
+    QList<selected_stroke> strokesOf(const domain::Pattern* pattern) const;
 
     /// Null when the selection names none.
     const domain::Pattern* selectedPattern() const;
+
+    const Look& look() const { return mLook; }
+
+    const Shared& shared() const { return mShared; }
 
     const StrokeTable& strokeTable() const { return mTable; }
 
@@ -57,6 +69,8 @@ public:
     const QList<std::optional<stroke>>& curves() const { return mCurves; }
 
 private:
+    void drawPatterns(QPainter& painter) const;
+    void drawLeaves(QPainter& painter) const;
     void placeLeaves(const QSize& size);
     void placeStrokes();
 

@@ -46,7 +46,7 @@ QSize LeafView::minimumSizeHint() const {
 void LeafView::onModelChanged() {
     mNeedsLayout = true;
     mLeafPainter.onModelChanged();
-    mStrokePicture.forget();
+    mLeafPicture.forget();
 }
 
 void LeafView::selectionChanged(quint64 /*mask*/) {
@@ -104,25 +104,20 @@ void LeafView::dropEvent(QDropEvent* event) {
 void LeafView::layout(const QSize& size) {
     mNeedsLayout = false;
     mLeafPainter.layout(size);
-    mStrokePicture.forget();
+    mLeafPicture.forget();
 }
 
 void LeafView::paintOn(QPainter& painter) {
     if (mNeedsLayout)
         layout(size());
-    painter.setRenderHint(QPainter::Antialiasing);
-    drawPatterns(painter);
-    mLeafPainter.drawLeaves(painter);
+    if (!mLeafPicture.drawOn(painter, size()))
+        mLeafPainter.paintOn(painter);
     if (mDragging)
         drawRubberBand(painter);
 }
 
-void LeafView::drawPatterns(QPainter& painter) {
-    if (!mStrokePicture.drawOn(painter, size()))
-        mLeafPainter.drawPatterns(painter);
-}
-
 void LeafView::drawRubberBand(QPainter& painter) {
+    painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(mLook.mSelectedOutline);
     painter.setBrush(mLook.mRubberBandBrush);
     painter.drawRects(&mSelectionBox, 1);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ui/uileafpainter.h"
-#include "ui/uistrokepicture.h"
+#include "ui/uileafpicture.h"
 
 #include <QPointF>
 #include <QRect>
@@ -52,7 +52,6 @@ protected:
 private:
     void layout(const QSize& size);
     void paintOn(QPainter& painter);
-    void drawPatterns(QPainter& painter);
     void drawRubberBand(QPainter& painter);
     void getSelectionBox(QRect& box) const;
     void select();
@@ -61,7 +60,7 @@ private:
     const Look& mLook;
     Shared& mShared;
     LeafPainter mLeafPainter;
-    StrokePicture mStrokePicture{mLeafPainter};
+    LeafPicture mLeafPicture{mLeafPainter};
     bool mNeedsLayout = true;
     QPointF mPressPoint; // of the last press, with any button
     QPointF mDragPoint;

@@ -167,7 +167,7 @@ protected:
 };
 
 TEST_F(RandomLeafView, PixelsAreThoseOfPlainDrawing) {
-    for (int round = 0; round < 60; ++round) {
+    for (int round = 0; round < 45; ++round) {
         const double ratio = round % 3 * 0.5 + 1;
         model();
         for (int step = 0; step < 8; ++step) {
@@ -190,7 +190,7 @@ TEST_F(RandomLeafView, LeavesOutAmongManyStrokesExactly) {
     }
     build();
     for (const double ratio : {1.0, 2.0, 1.5})
-        for (int step = 0; step < 6; ++step) {
+        for (int step = 0; step < 10; ++step) {
             select(below(leaves), below(12));
             ASSERT_EQ(painted(ratio), plain(ratio)) << "step " << step << " @" << ratio;
         }

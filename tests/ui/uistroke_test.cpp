@@ -109,20 +109,4 @@ TEST(Stroke, IsFiniteOrNone) {
     }
 }
 
-TEST(Stroke, HalvesAreTheSameCurveWithinItsHull) {
-    const ui::stroke whole{{10, 90}, {20, 0}, {130, 10}, {100, 60}};
-    const auto [first, second] = whole.halves();
-    for (double t = 0; t <= 1; t += 0.125) {
-        const auto at = [t](const ui::stroke& curve, double offset, double scale) {
-            const double u = offset + scale * t, v = 1 - u;
-            return v * v * v * curve.start + 3 * v * v * u * curve.control1 +
-                   3 * v * u * u * curve.control2 + u * u * u * curve.end;
-        };
-        expectNear(at(first, 0, 1), at(whole, 0, 0.5), 1e-9);
-        expectNear(at(second, 0, 1), at(whole, 0.5, 0.5), 1e-9);
-        EXPECT_TRUE(first.hull().contains(at(whole, 0, 0.5)));
-    }
-    EXPECT_EQ(whole.hull(), QRectF(QPointF(10, 0), QPointF(130, 90)));
-}
-
 } // namespace
