@@ -29,7 +29,7 @@ std::optional<QTransform> gridOf(const QPainter& painter) {
 
 /// The pixels of `image` within `rect`, in the same memory.
 QImage partOf(QImage& image, const QRect& rect) {
-    uchar* first = image.scanLine(rect.top()) + rect.left() * (image.depth() / 8);
+    uchar* first = image.scanLine(rect.top()) + qsizetype(rect.left()) * (image.depth() / 8);
     return {first, rect.width(), rect.height(), image.bytesPerLine(), image.format()};
 }
 
