@@ -85,9 +85,11 @@ TEST_F(Report, WritesJsonLinesExactly) {
 TEST_F(Report, JsonStaysValidWhateverTheLogHeld) {
     write(QStringLiteral("odd.json"),
           "{\"down\":[0,\"\\ tab\t bell\x07 \xed\xa0\x80 \xff\",1e300,nan],\"up\":[0,\"cut");
-    write(
-        QStringLiteral("surrogate.json"),
-        QByteArray("\xff\xfe{\0\"\0d\0o\0w\0n\0\"\0:\0[\0\x30\0,\0\"\0\x00\xd8x\0\"\0]\0}\0", 38));
+    const QString lone =
+        QStringLiteral("{\"down\":[0,\"") + QChar(0xd800) + QStringLiteral("x\"]}");
+    write(QStringLiteral("surrogate.json"),
+          QByteArray("\xff\xfe") +
+              QByteArray(reinterpret_cast<const char*>(lone.utf16()), 2 * lone.size()));
     const result r = run({QStringLiteral("--format"), QStringLiteral("json"),
                           QStringLiteral("odd.json"), QStringLiteral("surrogate.json")});
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
@@ -99,8 +101,8 @@ TEST_F(Report, JsonStaysValidWhateverTheLogHeld) {
     EXPECT_FALSE(odd[u"complete"].toBool(true));
     EXPECT_EQ(odd[u"branches"][0][u"key"].toString(), QString());
     EXPECT_EQ(odd[u"branches"][0][u"gesture"].toString(), QStringLiteral("none"));
-    const QJsonObject lone = QJsonDocument::fromJson(lines[1].toUtf8()).object();
-    EXPECT_TRUE(lone[u"branches"][0][u"key"].toString().endsWith(u'x'));
+    const QJsonObject surrogate = QJsonDocument::fromJson(lines[1].toUtf8()).object();
+    EXPECT_TRUE(surrogate[u"branches"][0][u"key"].toString().endsWith(u'x'));
     EXPECT_EQ(r.status, 3);
 }
 
