@@ -10,23 +10,6 @@ const Nest::Factory FACTORY(false);
 
 } // namespace
 
-Branch* Nest::Factory::nullObject() const {
-    return nullptr;
-}
-
-Branch* Nest::Factory::newObject() const {
-    return new Branch;
-}
-
-void Nest::Factory::deleteObject(Branch* branch) const {
-    delete branch;
-}
-
-void Nest::Factory::initializeObject(Branch* branch) const {
-    if (branch)
-        branch->clear();
-}
-
 Branch* Nest::Factory::setObject(Branch* target, Branch* source) const {
     if (source)
         *target = *source;

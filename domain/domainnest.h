@@ -1,5 +1,6 @@
 #pragma once
 
+#include "collections/clearingfactory.h"
 #include "collections/recyclearray.h"
 #include "domain/domainbranch.h"
 
@@ -10,13 +11,9 @@ namespace domain {
 /// deletes them only when it is destroyed. Used by one thread at a time.
 class Nest {
 public:
-    class Factory : public ManagedFactory<Branch*> {
+    class Factory : public ClearingFactory<Branch> {
     public:
-        using ManagedFactory::ManagedFactory;
-        Branch* nullObject() const override;
-        Branch* newObject() const override;
-        void deleteObject(Branch* branch) const override;
-        void initializeObject(Branch* branch) const override;
+        using ClearingFactory::ClearingFactory;
         Branch* setObject(Branch* target, Branch* source) const override;
     };
 

@@ -17,23 +17,6 @@ constexpr int LONGEST_WALKED = 8;
 
 } // namespace
 
-Pattern* PatternList::Factory::nullObject() const {
-    return nullptr;
-}
-
-Pattern* PatternList::Factory::newObject() const {
-    return new Pattern;
-}
-
-void PatternList::Factory::deleteObject(Pattern* pattern) const {
-    delete pattern;
-}
-
-void PatternList::Factory::initializeObject(Pattern* pattern) const {
-    if (pattern)
-        pattern->clear();
-}
-
 Pattern* PatternList::Factory::setObject(Pattern* target, Pattern* source) const {
     if (source)
         *target = *source;

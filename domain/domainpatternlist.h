@@ -1,5 +1,6 @@
 #pragma once
 
+#include "collections/clearingfactory.h"
 #include "collections/managedlist.h"
 #include "domain/domainpattern.h"
 #include "domain/domainpatternindex.h"
@@ -14,13 +15,9 @@ namespace domain {
 /// from outside: a long list finds sequences by hash.
 class PatternList : public ManagedList<Pattern*> {
 public:
-    class Factory : public ManagedFactory<Pattern*> {
+    class Factory : public ClearingFactory<Pattern> {
     public:
-        using ManagedFactory::ManagedFactory;
-        Pattern* nullObject() const override;
-        Pattern* newObject() const override;
-        void deleteObject(Pattern* pattern) const override;
-        void initializeObject(Pattern* pattern) const override;
+        using ClearingFactory::ClearingFactory;
         Pattern* setObject(Pattern* target, Pattern* source) const override;
     };
 

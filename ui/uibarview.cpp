@@ -41,23 +41,6 @@ void BarView::Zone::drawOn(QPainter& painter, const Look& look) {
     }
 }
 
-BarView::Zone* BarView::Factory::nullObject() const {
-    return nullptr;
-}
-
-BarView::Zone* BarView::Factory::newObject() const {
-    return new Zone;
-}
-
-void BarView::Factory::deleteObject(Zone* zone) const {
-    delete zone;
-}
-
-void BarView::Factory::initializeObject(Zone* zone) const {
-    if (zone)
-        zone->clear();
-}
-
 BarView::Zone* BarView::Factory::setObject(Zone* target, Zone* /*source*/) const {
     return target;
 }

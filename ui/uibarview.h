@@ -1,5 +1,6 @@
 #pragma once
 
+#include "collections/clearingfactory.h"
 #include "collections/managedlist.h"
 
 #include <QRectF>
@@ -54,14 +55,9 @@ public:
         QRectF mRect;
     };
 
-    class Factory : public ManagedFactory<Zone*> {
+    class Factory : public ClearingFactory<Zone> {
     public:
-        using ManagedFactory::ManagedFactory;
-
-        Zone* nullObject() const override;
-        Zone* newObject() const override;
-        void deleteObject(Zone* zone) const override;
-        void initializeObject(Zone* zone) const override;
+        using ClearingFactory::ClearingFactory;
 
         /// Copies nothing: a zone stays with its bar.
         Zone* setObject(Zone* target, Zone* source) const override;

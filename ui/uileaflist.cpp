@@ -12,23 +12,6 @@ const LeafList::Factory FACTORY(false);
 
 } // namespace
 
-Leaf* LeafList::Factory::nullObject() const {
-    return nullptr;
-}
-
-Leaf* LeafList::Factory::newObject() const {
-    return new Leaf;
-}
-
-void LeafList::Factory::deleteObject(Leaf* leaf) const {
-    delete leaf;
-}
-
-void LeafList::Factory::initializeObject(Leaf* leaf) const {
-    if (leaf)
-        leaf->clear();
-}
-
 Leaf* LeafList::Factory::setObject(Leaf* to, Leaf* from) const {
     if (to && from)
         to->setTo(*from);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "collections/clearingfactory.h"
 #include "collections/managedlist.h"
 #include "collections/recyclearray.h"
 #include "ui/uileaf.h"
@@ -12,13 +13,9 @@ namespace ui {
 /// Invariant: after the first look-up no change of a leaf's `mIndex` makes two leaves share one.
 class LeafList : public ManagedList<Leaf*> {
 public:
-    class Factory : public ManagedFactory<Leaf*> {
+    class Factory : public ClearingFactory<Leaf> {
     public:
-        using ManagedFactory::ManagedFactory;
-        Leaf* nullObject() const override;
-        Leaf* newObject() const override;
-        void deleteObject(Leaf* leaf) const override;
-        void initializeObject(Leaf* leaf) const override;
+        using ClearingFactory::ClearingFactory;
         Leaf* setObject(Leaf* to, Leaf* from) const override;
         /// Menu leaves last, by key; the others from top to bottom.
         int sortObject(Leaf* a, Leaf* b) const override;
