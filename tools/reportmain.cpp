@@ -36,8 +36,17 @@ ExitStatus readOrComplain(const QString& path, report::Log& log) {
     }
     if (log.complete)
         return ALL_REPORTED;
-    complain(path, QStringLiteral("warning: malformed; it is reported as far as it was read"));
+    complain(path, QStringLiteral(
+                       "warning: incomplete; it is malformed and reported as far as it was read"));
     return INCOMPLETE;
+}
+
+/// `status`, unless standard output could not be written.
+ExitStatus flushed(report::Output& output, ExitStatus status) {
+    if (output.flush())
+        return status;
+    complain(QStringLiteral("standard output"), QStringLiteral("could not be written"));
+    return FAILED;
 }
 
 std::unique_ptr<report::Writer> newWriter(const report::options& options, report::Output& output) {
@@ -60,10 +69,7 @@ ExitStatus printReports(const report::options& options) {
             writer->write(log);
         status = worse(status, read);
     }
-    if (output.flush())
-        return status;
-    complain(QStringLiteral("standard output"), QStringLiteral("could not be written"));
-    return FAILED;
+    return flushed(output, status);
 }
 
 ExitStatus draw(const report::options& options) {
@@ -94,8 +100,9 @@ int main(int argc, char** argv) {
         return WRONG_USAGE;
     }
     if (!options.answer.isEmpty()) {
-        report::Output(stdout) << options.answer;
-        return ALL_REPORTED;
+        report::Output output(stdout);
+        output << options.answer;
+        return flushed(output, ALL_REPORTED);
     }
     if (options.image.isEmpty()) {
         const QCoreApplication application(argc, argv);

@@ -13,13 +13,30 @@ const QStringList FORMATS{QStringLiteral("text"), QStringLiteral("json"), QStrin
 const QStringList IMAGES{QStringLiteral(".png"), QStringLiteral(".svg")};
 constexpr int LARGEST_SIDE = 16384;
 
-QCommandLineOption option(const QString& name, const QString& description) {
-    return {name, description};
-}
+const QString HELP = QStringLiteral("help");
+const QString VERSION = QStringLiteral("version");
+const QString FORMAT = QStringLiteral("format");
+const QString ALL = QStringLiteral("all");
+const QString IMAGE = QStringLiteral("image");
+const QString SIZE = QStringLiteral("size");
+const QString RANK = QStringLiteral("rank");
 
-QCommandLineOption option(const QString& name, const QString& description, const QString& value,
-                          const QString& defaultValue = QString()) {
-    return {name, description, value, defaultValue};
+void declare(QCommandLineParser& parser) {
+    parser.setApplicationDescription(
+        QStringLiteral("Reports the event sequences that repeat in trace logs, or draws them."));
+    parser.addOptions({
+        {{QStringLiteral("h"), HELP}, QStringLiteral("Print this help.")},
+        {{QStringLiteral("v"), VERSION}, QStringLiteral("Print the version.")},
+        {FORMAT, QStringLiteral("text (the default), json or csv."), FORMAT, FORMATS.first()},
+        {ALL, QStringLiteral("Leave nothing out of the text report.")},
+        {IMAGE, QStringLiteral("Draw the log into a .png or .svg file."), QStringLiteral("file")},
+        {SIZE, QStringLiteral("Pixels of the picture, 1000x700 if not given."),
+         QStringLiteral("widthxheight"), QStringLiteral("1000x700")},
+        {RANK,
+         QStringLiteral("Draw the picture with the keys selected by rank, as the window does.")},
+    });
+    parser.addPositionalArgument(QStringLiteral("LOG..."),
+                                 QStringLiteral("Trace logs; - reads standard input."));
 }
 
 /// The size named as in "1000x700"; not valid when it is no size or too large for a picture.
@@ -44,67 +61,42 @@ QString faultOf(const options& options, const QCommandLineParser& parser) {
     if (!FORMATS.contains(options.format))
         return QStringLiteral("unknown format '%1'").arg(options.format);
     if (options.image.isEmpty()) {
-        const bool forPicture =
-            parser.isSet(QStringLiteral("size")) || parser.isSet(QStringLiteral("rank"));
+        const bool forPicture = parser.isSet(SIZE) || parser.isSet(RANK);
         return forPicture ? QStringLiteral("--size and --rank belong to --image") : QString();
     }
     if (!isImageName(options.image))
         return QStringLiteral("the picture's name must end in .png or .svg");
     if (!options.size.isValid())
-        return QStringLiteral("no size of a picture: '%1'")
-            .arg(parser.value(QStringLiteral("size")));
+        return QStringLiteral("no size of a picture: '%1'").arg(parser.value(SIZE));
     if (options.logs.size() > 1)
         return QStringLiteral("a picture shows one log");
     return {};
+}
+
+void read(const QCommandLineParser& parser, options& options) {
+    options.format = parser.value(FORMAT);
+    options.everything = parser.isSet(ALL);
+    options.logs = parser.positionalArguments();
+    options.image = parser.value(IMAGE);
+    options.size = toSize(parser.value(SIZE));
+    options.rank = parser.isSet(RANK);
+    options.fault = faultOf(options, parser);
 }
 
 } // namespace
 
 options parseOptions(const QStringList& arguments) {
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Reports the event sequences that repeat in trace logs, or draws them."));
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
-                                  QStringLiteral("Print this help."));
-    const QCommandLineOption version = parser.addVersionOption();
-    const QCommandLineOption format =
-        option(QStringLiteral("format"), QStringLiteral("text (the default), json or csv."),
-               QStringLiteral("format"), FORMATS.first());
-    const QCommandLineOption all =
-        option(QStringLiteral("all"), QStringLiteral("Leave nothing out of the text report."));
-    const QCommandLineOption image =
-        option(QStringLiteral("image"), QStringLiteral("Draw the log into a .png or .svg file."),
-               QStringLiteral("file"));
-    const QCommandLineOption size = option(
-        QStringLiteral("size"), QStringLiteral("Pixels of the picture, 1000x700 if not given."),
-        QStringLiteral("widthxheight"), QStringLiteral("1000x700"));
-    const QCommandLineOption rank = option(
-        QStringLiteral("rank"),
-        QStringLiteral("Draw the picture with the keys selected by rank, as the window does."));
-    parser.addOptions({help, format, all, image, size, rank});
-    parser.addPositionalArgument(QStringLiteral("LOG..."),
-                                 QStringLiteral("Trace logs; - reads standard input."));
-
+    declare(parser);
     options options;
-    if (!parser.parse(arguments)) {
+    if (!parser.parse(arguments))
         options.fault = parser.errorText();
-        return options;
-    }
-    if (parser.isSet(help)) {
+    else if (parser.isSet(HELP))
         options.answer = parser.helpText();
-        return options;
-    }
-    if (parser.isSet(version)) {
+    else if (parser.isSet(VERSION))
         options.answer = QStringLiteral("quillon-report " QUILLON_VERSION "\n");
-        return options;
-    }
-    options.format = parser.value(format);
-    options.everything = parser.isSet(all);
-    options.logs = parser.positionalArguments();
-    options.image = parser.value(image);
-    options.size = toSize(parser.value(size));
-    options.rank = parser.isSet(rank);
-    options.fault = faultOf(options, parser);
+    else
+        read(parser, options);
     return options;
 }
 

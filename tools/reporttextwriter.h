@@ -7,8 +7,8 @@
 namespace report {
 
 /// A report to be read: the totals, then the keys that have patterns, highest rank first, each with
-/// its patterns, most frequent first. Lines keep within 100 columns and long lists are cut, saying
-/// how many rows are left out, unless everything is asked for.
+/// its patterns, most frequent first. Lines keep within 100 characters and long lists are cut,
+/// saying how many rows are left out, unless everything is asked for.
 class TextWriter : public Writer {
 public:
     TextWriter(Output& output, bool everything);

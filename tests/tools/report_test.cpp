@@ -83,6 +83,8 @@ TEST_F(Report, WritesJsonLinesExactly) {
 }
 
 TEST_F(Report, JsonStaysValidWhateverTheLogHeld) {
+    const QByteArray oddKey = "\\ tab\t bell\x07 \xed\xa0\x80 \xff";
+    write(QStringLiteral("closed.json"), "{\"down\":[0,\"" + oddKey + "\"]}");
     write(QStringLiteral("odd.json"),
           "{\"down\":[0,\"\\ tab\t bell\x07 \xed\xa0\x80 \xff\",1e300,nan],\"up\":[0,\"cut");
     const QString lone =
@@ -90,19 +92,22 @@ TEST_F(Report, JsonStaysValidWhateverTheLogHeld) {
     write(QStringLiteral("surrogate.json"),
           QByteArray("\xff\xfe") +
               QByteArray(reinterpret_cast<const char*>(lone.utf16()), 2 * lone.size()));
-    const result r = run({QStringLiteral("--format"), QStringLiteral("json"),
-                          QStringLiteral("odd.json"), QStringLiteral("surrogate.json")});
+    const result r =
+        run({QStringLiteral("--format"), QStringLiteral("json"), QStringLiteral("odd.json"),
+             QStringLiteral("surrogate.json"), QStringLiteral("closed.json")});
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString decoded = utf8(QByteArray::fromStdString(r.out));
     EXPECT_FALSE(utf8.hasError());
     const QStringList lines = decoded.split(u'\n', Qt::SkipEmptyParts);
-    ASSERT_EQ(lines.size(), 2);
+    ASSERT_EQ(lines.size(), 3);
     const QJsonObject odd = QJsonDocument::fromJson(lines[0].toUtf8()).object();
     EXPECT_FALSE(odd[u"complete"].toBool(true));
     EXPECT_EQ(odd[u"branches"][0][u"key"].toString(), QString());
     EXPECT_EQ(odd[u"branches"][0][u"gesture"].toString(), QStringLiteral("none"));
     const QJsonObject surrogate = QJsonDocument::fromJson(lines[1].toUtf8()).object();
     EXPECT_TRUE(surrogate[u"branches"][0][u"key"].toString().endsWith(u'x'));
+    const QJsonObject closed = QJsonDocument::fromJson(lines[2].toUtf8()).object();
+    EXPECT_EQ(closed[u"branches"][0][u"key"].toString(), QString::fromUtf8(oddKey));
     EXPECT_EQ(r.status, 3);
 }
 
