@@ -1,5 +1,7 @@
 #include "domain/domainbranch.h"
 
+#include "domain/domaindebugline.h"
+
 #include <algorithm>
 
 namespace domain {
@@ -70,7 +72,9 @@ int Branch::patternWeight() const {
 }
 
 void Branch::printTo(QDebug& dbg) const {
-    dbg << "key=" << mKey << " gesture=" << mGesture;
+    dbg << "key=";
+    writeKey(dbg, mKey);
+    dbg << " gesture=" << mGesture;
 }
 
 void Branch::copyEvents(const Branch& other) {

@@ -68,20 +68,13 @@ void CycleBuilderIterative::run(int distance) {
 }
 
 bool CycleBuilderIterative::isCycle(int first, int last) const {
-    const Step* steps = mFirstStep;
-    const int index = steps[first].mIndex;
-    int k = mOccurrences.next(first);
-    if (steps[last].mIndex != index || k == first + 1 || steps[last - 1].mIndex == index)
+    const int index = mFirstStep[first].mIndex;
+    if (mFirstStep[last].mIndex != index || mFirstStep[first + 1].mIndex == index ||
+        mFirstStep[last - 1].mIndex == index)
         return false;
-    if (mOccurrences.nextOpen(first) >= last)
-        return true; // all occurrences between are collapsed: no need to follow them
-    // A collapsed step leads to another occurrence of its index, so that only those are met.
-    while (k < last) {
-        if (steps[k].mLength <= 1)
-            return false;
-        k += steps[k].mLength;
-    }
-    return true;
+    // The index may recur inside only where a cycle begins. That cycle leads to its next
+    // occurrence, and what it jumps over was closed when it was found itself: so all are closed.
+    return mOccurrences.nextOpen(first) >= last;
 }
 
 void CycleBuilderIterative::addCycle(int first, int last) {

@@ -24,4 +24,11 @@ private:
     QDebug mStream;
 };
 
+/// Writes `key` as an item in double quotes, with no character escaped: a backslash in a key is a
+/// character like any other.
+inline void writeKey(QDebug& stream, const QString& key) {
+    stream.noquote() << QString(u'"' + key + u'"');
+    stream.quote();
+}
+
 } // namespace domain

@@ -2,6 +2,8 @@
 
 #include "domain/domaindebugline.h"
 
+#include <limits>
+
 namespace domain {
 
 namespace {
@@ -28,15 +30,11 @@ const Branch* Nest::branchAt(int index) const {
 }
 
 bool Nest::addSlot() {
-    const int slots = size();
-    if (mBranches.setSize(slots + 1) && mBranches[slots])
-        return true;
-    mBranches.setSize(slots);
-    return false;
+    return mBranches.setSize(size() + 1);
 }
 
 bool Nest::set(int index, const Branch& branch) {
-    if (index < 0)
+    if (index < 0 || index == std::numeric_limits<int>::max())
         return false;
     if (index >= size() && !mBranches.setSize(index + 1))
         return false;

@@ -25,7 +25,7 @@ public:
     Branch* branchAt(int index);
     const Branch* branchAt(int index) const;
 
-    /// Appends a free slot. False, with no slot added, when there is no room for it or its branch.
+    /// Appends a free slot. False when there is no memory for it or its branch.
     bool addSlot();
 
     /// Makes slot `index` a copy of `branch`, growing the nest by free slots up to it. False for a

@@ -1,5 +1,6 @@
 #include "domain/domainnestreader.h"
 
+#include "domain/domainfingerprint.h"
 #include "json/jsonstack.h"
 
 namespace domain {
@@ -30,6 +31,21 @@ double singlePrecision(double value) {
 }
 
 } // namespace
+
+std::size_t NestReader::key_hash::operator()(const QString& key) const {
+    // Three characters at a time, the end filled up with zeros; the length tells that apart.
+    const QChar* const end = key.constEnd();
+    auto hash = static_cast<quint64>(key.size());
+    for (const QChar* c = key.constBegin(); c < end; c += 3) {
+        quint64 value = c[0].unicode();
+        if (c + 1 < end)
+            value |= quint64(c[1].unicode()) << 16;
+        if (c + 2 < end)
+            value |= quint64(c[2].unicode()) << 32;
+        hash = fingerprint::appended(hash, value);
+    }
+    return hash;
+}
 
 NestReader::NestReader(Analysis& analysis)
     : mAnalysis(analysis) {}

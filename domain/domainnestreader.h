@@ -8,7 +8,7 @@
 
 #include <QString>
 
-#include <string_view>
+#include <cstddef>
 #include <unordered_map>
 
 namespace domain {
@@ -24,7 +24,7 @@ namespace domain {
 /// it drops in silence. One reader serves many parses, on one thread at a time.
 class NestReader : public json::Reader {
 public:
-    /// `analysis` is not owned and only referred to until the first recording ends.
+    /// `analysis` is not owned and not used before the first recording ends.
     explicit NestReader(Analysis& analysis);
 
     /// Prepares for a parse into `target`, which is not owned; the keys that it holds keep their
@@ -53,10 +53,7 @@ private:
     // Not the toolkit's hash of a string: in the version here it leaves the processor's wide
     // registers in use, which slows down whatever runs next.
     struct key_hash {
-        std::size_t operator()(const QString& key) const {
-            return std::hash<std::u16string_view>()({reinterpret_cast<const char16_t*>(key.utf16()),
-                                                     static_cast<std::size_t>(key.size())});
-        }
+        std::size_t operator()(const QString& key) const;
     };
 
     int indexOf(const QString& key);

@@ -8,19 +8,16 @@
 
 namespace domain {
 
-/// For every position of a trace, where the same index occurs next, and where it next occurs at a
-/// position that was not closed yet. Positions are closed, never opened again, so skipping closed
-/// ones takes nearly constant time (disjoint sets with path halving).
+/// For every position of a trace, where the same index next occurs at a position that was not
+/// closed yet. Positions are closed, never opened again, so skipping closed ones takes nearly
+/// constant time (disjoint sets with path halving).
 class Occurrences {
 public:
     /// Prepares for `trace`, which is not kept; all positions are open. False when memory is
     /// exhausted.
     bool begin(std::span<const int> trace);
 
-    /// The next position with the same index; the trace's size when there is none.
-    int next(int position) const { return mNext[position]; }
-
-    /// The next open one.
+    /// The next open position with the same index; the trace's size when there is none.
     int nextOpen(int position) const;
 
     void close(int position);

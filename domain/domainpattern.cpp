@@ -2,7 +2,7 @@
 
 #include "domain/domaindebugline.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace domain {
 
@@ -25,7 +25,7 @@ bool Pattern::isSameSequence(const Pattern& other) const {
 
 bool Pattern::isSequence(std::span<const int> run) const {
     const std::span<const int> own = this->run();
-    return own.size() == run.size() && std::memcmp(own.data(), run.data(), run.size_bytes()) == 0;
+    return std::ranges::equal(own, run);
 }
 
 std::span<const int> Pattern::run() const {

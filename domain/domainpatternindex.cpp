@@ -7,11 +7,15 @@ namespace domain {
 namespace {
 
 constexpr std::size_t FIRST_SLOTS = 32;
+constexpr std::size_t SPARSE = 8;
 
 } // namespace
 
 void PatternIndex::clear() {
-    if (mSize > 0)
+    // A table far larger than what it holds would cost its size at every clearing from now on.
+    if (static_cast<std::size_t>(mSize) * SPARSE < mSlots.size())
+        mSlots = {};
+    else
         std::fill(mSlots.begin(), mSlots.end(), slot());
     mSize = 0;
 }

@@ -9,15 +9,15 @@
 namespace domain {
 
 /// Finds a pattern by its sequence in constant time: an open-addressed hash table of patterns that
-/// it does not own, grown by doubling at half full. Clearing it keeps its storage.
-/// A pattern's sequence must not change while the index holds it.
+/// it does not own, grown by doubling at half full. Clearing it keeps its storage unless that has
+/// become far too large. A pattern's sequence must not change while the index holds it.
 class PatternIndex {
 public:
     int size() const { return mSize; }
 
     void clear();
 
-    /// The indexed pattern with the sequence `run`, the one inserted first, or null.
+    /// The indexed pattern with the sequence `run`, or null.
     Pattern* find(std::size_t hash, std::span<const int> run) const;
 
     /// `hash`: of the pattern's sequence, as of those it is to be found by. Throws

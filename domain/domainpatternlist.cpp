@@ -3,6 +3,7 @@
 #include "domain/domainrunhash.h"
 
 #include <algorithm>
+#include <cassert>
 #include <exception>
 #include <utility>
 
@@ -56,6 +57,7 @@ PatternList& PatternList::operator=(const PatternList& other) {
 }
 
 void PatternList::take(PatternList& other) {
+    assert(&other != this);
     if (isEmpty()) {
         other.moveTo(*this);
         std::swap(mIndex, other.mIndex);

@@ -38,11 +38,18 @@ public:
     /// Copies every pattern, in order; one that cannot be made is skipped.
     PatternList& operator=(const PatternList& other);
 
-    /// As `merge`, but `other`'s patterns move here instead of being copied; it is empty
-    /// afterwards.
+    /// As `merge`, but the patterns of `other`, another list, move here instead of being copied; it
+    /// is empty afterwards.
     void take(PatternList& other);
 
 private:
+    // Would leave the index of a long list wrong.
+    using ManagedList::moveFrontTo;
+    using ManagedList::moveTo;
+    using ManagedList::moveToRetired;
+    using ManagedList::popFront;
+    using ManagedList::pushFront;
+
     void index();
     bool isIndexed() const;
     std::size_t hashOf(const Pattern& pattern) const;

@@ -9,9 +9,7 @@
 
 namespace domain {
 
-/// Hashes the runs of one trace, each in constant time however long it is: the polynomial
-/// fingerprint of R. M. Karp and M. O. Rabin ("Efficient randomized pattern-matching algorithms",
-/// IBM Journal of Research and Development 31, 1987) over the prime 2^61 - 1.
+/// Fingerprints of the runs of one trace, each in constant time however long it is.
 class RunHash {
 public:
     /// The hash of a run by itself, equal to that of the same run in a trace. Linear.

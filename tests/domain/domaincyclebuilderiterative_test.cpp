@@ -49,8 +49,7 @@ TEST(CycleBuilder, FindsTheRunsOfSmallTraces) {
         {"overlapping and nested", {0, 1, 0, 1, 0}, {}, {"0,1,0x1 0,1,0,1,0x0", "1,0,1x0"}},
         {"a menu branch stores nothing", {0, 1, 2, 0, 1}, {1}, {"0,1,2,0x0", "", ""}},
         {"a repeat at once spoils the longer run", {0, 0, 1, 0}, {}, {"0,1,0x0", ""}},
-        // The menu's collapsed step 0 is jumped over whole, so the run 1,0,1 at 1 is found by the
-        // pass for 2 but the pass for 3 never starts from position 1.
+        // The pass for 3 jumps from 0 over the collapsed step to 2: the run 1,0,2,1 is never tried.
         {"a menu branch collapses", {0, 1, 0, 2, 1, 3}, {0}, {"", "", "", ""}},
         {"a distance of 5 is too far for 47 events", {0, 1, 2, 3, 4, 0}, {}, {"", "", "", "", ""}},
     };

@@ -153,8 +153,8 @@ TEST(Nest, DumpsItemsWithABlankAfterEach) {
     Nest nest;
     EXPECT_EQ(messagesOf(nest), QStringList{QStringLiteral("Nest size= 0 ")});
     Branch branch;
-    nest.set(0, *filled(branch, "a b", domain::GESTURE_MENU));
-    EXPECT_EQ(messagesOf(nest)[1], QStringLiteral("\t 0 key= \"a b\"  gesture= 3 "));
+    nest.set(0, *filled(branch, "a \\ b", domain::GESTURE_MENU));
+    EXPECT_EQ(messagesOf(nest)[1], QStringLiteral("\t 0 key= \"a \\ b\"  gesture= 3 "));
 }
 
 TEST(Pattern, DumpsAnEntryAMessage) {

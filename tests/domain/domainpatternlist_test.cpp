@@ -48,7 +48,9 @@ TEST(PatternList, CountsAKnownSequenceAndAppendsANewOne) {
     merge(list, {1, 2, 1, 2, 1});
     merge(list, {1, 2, 1}, 5); // its own count does not matter
     merge(list, {1, 3, 1}, 5);
-    EXPECT_EQ(model::describe(list), "1,2,1x3 1,2,1,2,1x0 1,3,1x5");
+    merge(list, {});
+    merge(list, {});
+    EXPECT_EQ(model::describe(list), "1,2,1x3 1,2,1,2,1x0 1,3,1x5 x1");
 }
 
 TEST(PatternList, MergedIntoItselfCountsEachOnce) {
