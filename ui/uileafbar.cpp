@@ -16,7 +16,7 @@ LeafBar::LeafBar(const Look& look, Shared& shared)
 void LeafBar::stepLeaf(int delta) {
     const LeafSelection& selection = mShared.leafSelection();
     const int count = selection.mAlternates.size();
-    if (!mShared.mLeaves.branchAt(selection.mPrimary) || count < 2)
+    if (!mShared.branchInFocus() || count < 2)
         return;
     const int next = selection.mAlternates[clip(selection.primaryIndex() + delta, count)];
     if (next == selection.mPrimary)
@@ -31,7 +31,7 @@ void LeafBar::selectionChanged(quint64 mask) {
     if (!(mask & LEAF_SEL))
         return;
     const LeafSelection& selection = mShared.leafSelection();
-    const domain::Branch* branch = mShared.mLeaves.branchAt(selection.mPrimary);
+    const domain::Branch* branch = mShared.branchInFocus();
     const int count = selection.mAlternates.size();
     if (!branch || count <= 1) {
         show_steps(*this, branch ? branch->mKey : QString(), false, false);

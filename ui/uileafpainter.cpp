@@ -57,7 +57,7 @@ void LeafPainter::paintOn(QPainter& painter) const {
 }
 
 void LeafPainter::drawPatterns(QPainter& painter) const {
-    const domain::Pattern* selected = selectedPattern();
+    const domain::Pattern* selected = mShared.selectedPattern();
     beginStrokes(painter);
     for (int position = 0; position < mCurves.size(); ++position)
         drawStroke(painter, position, selected);
@@ -105,11 +105,6 @@ QList<selected_stroke> LeafPainter::strokesOf(const domain::Pattern* pattern) co
         strokes.append({position, curve, arrow_head(curve, target, mLook.mLeafRadius)});
     }
     return strokes;
-}
-
-const domain::Pattern* LeafPainter::selectedPattern() const {
-    const domain::Branch* branch = mShared.mLeaves.branchAt(mShared.leafSelection().mPrimary);
-    return branch ? branch->patternAt(mShared.patternSelection()) : nullptr;
 }
 
 } // namespace ui

@@ -56,9 +56,6 @@ public:
     /// What draws `pattern` as the selected one; nothing for null.
     QList<selected_stroke> strokesOf(const domain::Pattern* pattern) const;
 
-    /// Null when the selection names none.
-    const domain::Pattern* selectedPattern() const;
-
     const Look& look() const { return mLook; }
 
     const Shared& shared() const { return mShared; }

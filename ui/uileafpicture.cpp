@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 #include <optional>
 
 namespace ui {
@@ -49,10 +50,13 @@ void sortUnique(QList<int>& values) {
     values.erase(std::unique(values.begin(), values.end()), values.end());
 }
 
-char lookOf(const Leaf& leaf, const LeafSelection& selection) {
+enum Appearance : char { PLAIN, SELECTED, IN_FOCUS };
+
+/// What of the selection `Leaf::drawOn` looks at.
+Appearance appearanceOf(const Leaf& leaf, const LeafSelection& selection) {
     if (leaf.mIndex == selection.mPrimary)
-        return 2;
-    return selection.hasAlternate(leaf.mIndex) ? 1 : 0;
+        return IN_FOCUS;
+    return selection.hasAlternate(leaf.mIndex) ? SELECTED : PLAIN;
 }
 
 } // namespace
@@ -69,13 +73,19 @@ void LeafPicture::forget() {
     mSelectedStrokes.clear();
     mSelectedOf.clear();
     mLeavesOut = false;
+    mLooks.clear();
 }
 
 bool LeafPicture::drawOn(QPainter& painter, const QSize& size) {
     const std::optional<QTransform> grid = gridOf(painter);
-    if (!grid || !prepare(*grid, size))
+    try {
+        if (!grid || !prepare(*grid, size))
+            return false;
+        followSelection();
+    } catch (const std::bad_alloc&) {
+        forget();
         return false;
-    followSelection();
+    }
     painter.drawImage(grid->inverted().mapRect(QRectF(mShown.rect())), mShown);
     return true;
 }
@@ -154,7 +164,7 @@ void LeafPicture::followSelection() {
 
 /// Returns the tiles of the pattern that was selected, and of the one that is now.
 QList<int> LeafPicture::followPattern() {
-    const domain::Pattern* selected = mPainter.selectedPattern();
+    const domain::Pattern* selected = mPainter.shared().selectedPattern();
     if (selected == mSelected)
         return {};
     QList<int> touched = mSelectedOf.keys();
@@ -181,7 +191,7 @@ QList<int> LeafPicture::followLooks() {
     QByteArray looks;
     QList<int> tiles;
     for (auto leaf = shared.mLeaves.begin(); leaf.hasValue(); ++leaf) {
-        const char look = lookOf(**leaf, shared.leafSelection());
+        const char look = appearanceOf(**leaf, shared.leafSelection());
         if (mLooks.size() <= looks.size() || mLooks[looks.size()] != look)
             collect(**leaf, tiles);
         looks.append(look);

@@ -83,7 +83,8 @@ void LoadThread::onInputChanged() {
     }
 }
 
-/// Reads one request on the worker thread. False when there is no file to read.
+/// Reads one request on the worker thread. False when there is no file to read or no memory for
+/// it.
 bool LoadThread::load(LoadIo& io) {
     const QString path = io.mUrl.toLocalFile();
     if (path.isEmpty())
@@ -91,9 +92,13 @@ bool LoadThread::load(LoadIo& io) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return false;
-    mReader.begin(io.mNest);
-    json::Parser().parse(&file, &mReader);
-    return true;
+    try {
+        mReader.begin(io.mNest);
+        json::Parser().parse(&file, &mReader);
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
 }
 
 /// One pass: reads the newest of the waiting requests.

@@ -15,6 +15,7 @@ namespace {
 constexpr qreal DISABLED_OPACITY = 0.35;
 constexpr QColor BUTTON_FACE(239, 239, 239);
 constexpr QColor WINDOW_FACE(255, 255, 255);
+constexpr QColor FAINT_TEXT(120, 120, 120);
 
 void setupBrush(QBrush& brush, const QColor& colour) {
     brush.setColor(colour);
@@ -90,9 +91,13 @@ bool Look::init(const QFontMetrics& metrics) {
 }
 
 QPalette Look::palette() const {
-    QPalette light(BUTTON_FACE, WINDOW_FACE);
+    QPalette light(BUTTON_FACE, WINDOW_FACE); // with dark texts
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        light.setColor(QPalette::Active, role, mText);
+        light.setColor(QPalette::Disabled, role, FAINT_TEXT);
+    light.setColor(QPalette::PlaceholderText, FAINT_TEXT);
+    light.setColor(QPalette::AlternateBase, BUTTON_FACE);
+    light.setColor(QPalette::ToolTipBase, WINDOW_FACE);
+    light.setColor(QPalette::ToolTipText, mText);
     return light;
 }
 

@@ -14,7 +14,7 @@ PatternBar::PatternBar(const Look& look, Shared& shared)
 }
 
 void PatternBar::stepPattern(int delta) {
-    const domain::Branch* branch = mShared.mLeaves.branchAt(mShared.leafSelection().mPrimary);
+    const domain::Branch* branch = mShared.branchInFocus();
     if (!branch)
         return;
     const int pattern = clip(mShared.patternSelection() + delta, branch->patternSize());
@@ -25,7 +25,7 @@ void PatternBar::stepPattern(int delta) {
 void PatternBar::selectionChanged(quint64 mask) {
     if (!(mask & PATTERN_SEL))
         return;
-    const domain::Branch* branch = mShared.mLeaves.branchAt(mShared.leafSelection().mPrimary);
+    const domain::Branch* branch = mShared.branchInFocus();
     const int count = branch ? branch->patternSize() : 0;
     if (count < 1) {
         show_steps(*this, QString(), false, false);
@@ -42,7 +42,8 @@ void PatternBar::zonePressed(Zone& zone) {
         stepPattern(delta);
 }
 
-/// The end of the label; empty while no pattern was found twice.
+/// The end of the label; empty while no pattern was found twice. In single precision 7 of 10 are 70
+/// %, where the double nearest to 0.7 would give 69.
 QString PatternBar::percentage(const domain::Branch& branch, int pattern) const {
     const auto most = static_cast<float>(mShared.mLeaves.maxPatternCount());
     if (!(most > 0))

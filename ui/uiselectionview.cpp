@@ -44,17 +44,12 @@ void SelectionView::mouseMoveEvent(QMouseEvent* /*event*/) {}
 
 void SelectionView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    if (const domain::Pattern* pattern = selectedPattern())
+    if (const domain::Pattern* pattern = mShared.selectedPattern())
         drawPatternTrace(painter, *pattern);
     mLook.drawTopShadow(painter, rect());
 }
 
 void SelectionView::resizeEvent(QResizeEvent* /*event*/) {}
-
-const domain::Pattern* SelectionView::selectedPattern() const {
-    const domain::Branch* branch = mShared.mLeaves.branchAt(mShared.leafSelection().mPrimary);
-    return branch ? branch->patternAt(mShared.patternSelection()) : nullptr;
-}
 
 void SelectionView::drawPatternTrace(QPainter& painter, const domain::Pattern& pattern) {
     const float x = mLook.mMargin + mLook.mHPadding;

@@ -34,7 +34,6 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    const domain::Pattern* selectedPattern() const;
     void drawPatternTrace(QPainter& painter, const domain::Pattern& pattern);
 
     const Look& mLook;

@@ -7,6 +7,15 @@ Shared::Shared(QObject* parent)
     mLeafSelection.freeze();
 }
 
+const domain::Branch* Shared::branchInFocus() const {
+    return mLeaves.branchAt(mLeafSelection.mPrimary);
+}
+
+const domain::Pattern* Shared::selectedPattern() const {
+    const domain::Branch* branch = branchInFocus();
+    return branch ? branch->patternAt(mPatternSelection) : nullptr;
+}
+
 void Shared::setLeafSelection(const LeafSelection& selection) {
     if (selection == mLeafSelection)
         return;

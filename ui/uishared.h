@@ -8,8 +8,8 @@
 namespace ui {
 
 // What a change of the selection changed, as bits of a mask.
-constexpr quint64 LEAF_SEL = 1;
-constexpr quint64 PATTERN_SEL = 2;
+inline constexpr quint64 LEAF_SEL = 1;
+inline constexpr quint64 PATTERN_SEL = 2;
 
 /// What the views of the main window share: the leaves, which of them are selected, and which
 /// pattern of the leaf in focus is shown. A selection outlives a rebuild of the leaves, so it may
@@ -24,6 +24,12 @@ public:
 
     /// Position, from 0, among the patterns of the branch in focus; not clipped to them.
     int patternSelection() const { return mPatternSelection; }
+
+    /// The branch of the leaf in focus, or null; owned by the nest.
+    const domain::Branch* branchInFocus() const;
+
+    /// The selected pattern of the branch in focus, or null.
+    const domain::Pattern* selectedPattern() const;
 
     /// Selects leaves and the first pattern. Announces both; nothing for the selection that is
     /// already set.

@@ -135,6 +135,7 @@ void Win::restoreLastFile() {
     QSettings settings;
     const QUrl url = settings.value(LAST_FILE_SZ, QUrl()).toUrl();
     settings.setValue(LAST_FILE_SZ, QUrl());
+    settings.sync(); // before the log can do harm
     if (!url.isEmpty())
         requestLoad(url);
 }

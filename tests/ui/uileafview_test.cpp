@@ -12,6 +12,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <random>
 #include <vector>
 
@@ -70,10 +72,11 @@ protected:
         mShared.setPatternSelection(pattern);
     }
 
-    /// What `draw` draws on a transparent picture of the view's size.
+    /// What `draw` draws on a transparent picture of the view's size and offset.
     template <typename Draw>
     QImage imageOf(double ratio, Draw draw) {
-        QImage image((QSizeF(mView.size()) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+        const QSizeF shown(mView.width() + mOffset.x(), mView.height() + mOffset.y());
+        QImage image((shown * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
         image.setDevicePixelRatio(ratio);
         image.fill(Qt::transparent);
         draw(image);
@@ -82,13 +85,15 @@ protected:
 
     QImage painted(double ratio = 1) {
         return imageOf(ratio, [this](QImage& image) {
-            mView.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
+            mView.render(&image, mOffset, QRegion(), QWidget::RenderFlags());
         });
     }
 
     QImage plain(double ratio) {
         return imageOf(ratio, [this](QImage& image) {
             QPainter painter(&image);
+            painter.translate(mOffset);
+            painter.setClipRect(mView.rect());
             PlainLeafView(mLook, mShared).paintOn(painter, mView.size());
         });
     }
@@ -104,6 +109,7 @@ protected:
     domain::Nest mNest;
     ui::Shared mShared{nullptr};
     View mView{mLook, mShared, nullptr};
+    QPoint mOffset; ///< Of the view in pictures, as of a view beside another in a window.
 };
 
 TEST_F(LeafViewTest, SelectedPatternIsBlackWithGreenHeadsOverGrey) {
@@ -133,6 +139,16 @@ TEST_F(LeafViewTest, SelectedPatternIsBlackWithGreenHeadsOverGrey) {
                 }
             EXPECT_EQ(image.pixelColor((centre(0) * ratio).toPoint()), mLook.mPrimaryFill);
         }
+}
+
+/// Of any channel of any pixel, of 255.
+int largestDifference(const QImage& a, const QImage& b) {
+    const auto bytes = static_cast<std::size_t>(a.sizeInBytes());
+    const uchar* other = b.constBits();
+    int largest = a.size() == b.size() ? 0 : 255;
+    for (std::size_t i = 0; i < bytes && largest < 255; ++i)
+        largest = std::max(largest, std::abs(a.constBits()[i] - other[i]));
+    return largest;
 }
 
 class RandomLeafView : public LeafViewTest {
@@ -167,14 +183,18 @@ protected:
 };
 
 TEST_F(RandomLeafView, PixelsAreThoseOfPlainDrawing) {
-    for (int round = 0; round < 45; ++round) {
-        const double ratio = round % 3 * 0.5 + 1;
+    for (int round = 0; round < 50; ++round) {
+        const double ratio = round % 5 * 0.25 + 1;
+        mOffset = round % 2 == 0 ? QPoint() : QPoint(1 + below(3), below(3));
         model();
         for (int step = 0; step < 8; ++step) {
             if (step % 4 == 0)
                 mView.resize(1 + below(400), 1 + below(300));
             select(below(mNest.size() + 1) - 1, below(10) ? below(4) : -1);
-            ASSERT_EQ(painted(ratio), plain(ratio)) << round << ", step " << step << " @" << ratio;
+            // Strokes of one device pixel differ a little where they leave the picture.
+            const int allowed = ratio == 1 && !mOffset.isNull() ? 4 : 0;
+            ASSERT_LE(largestDifference(painted(ratio), plain(ratio)), allowed)
+                << round << ", step " << step << " @" << ratio;
         }
     }
 }

@@ -15,16 +15,16 @@
 
 namespace {
 
-/// Four leaves: a with patterns of counts 0, 7 and 3, b with one of count 2, c with none, d with
+/// Four leaves: a with patterns of counts 0, 10 and 7, b with one of count 2, c with none, d with
 /// one that names a leaf that is not there.
 class Steps : public testing::Test {
 protected:
     Steps() {
         mLook.init(QFontMetrics(QApplication::font()));
-        addBranch({{{0, 1, 0}, 0}, {{0, 2, 0}, 7}, {{0, 2, 2, 0}, 3}});
+        addBranch({{{0, 1, 0}, 0}, {{0, 2, 0}, 10}, {{0, 2, 2, 0}, 7}});
         addBranch({{{1, 0, 1}, 2}});
         addBranch({});
-        addBranch({{{3, 99, 3}, 7}});
+        addBranch({{{3, 99, 3}, 6}});
         ui::LeafBuilder(mShared.mLeaves).from(mNest);
     }
 
@@ -113,9 +113,9 @@ TEST_F(Steps, PatternBarTellsThePercentage) {
         int pattern;
         const char* shown;
     } rows[] = {{0, 0, "1/3 pattern 0% >"},  {0, 1, "< 2/3 pattern 100% >"},
-                {0, 2, "< 3/3 pattern 42%"}, {0, 9, "< 3/3 pattern 42%"},
-                {1, 0, "pattern 28%"},       {2, 0, ""},
-                {3, 0, "pattern 100%"},      {7, 0, ""}};
+                {0, 2, "< 3/3 pattern 70%"}, {0, 9, "< 3/3 pattern 70%"},
+                {1, 0, "pattern 20%"},       {2, 0, ""},
+                {3, 0, "pattern 60%"},       {7, 0, ""}};
 
     ui::PatternBar bar(mLook, mShared);
     EXPECT_EQ(shown(bar), "");

@@ -47,11 +47,16 @@ protected:
         return QTest::qWaitFor([&] { return lastFile() == url; });
     }
 
-    static void trigger(const ui::Win& window, const QString& text) {
+    static QAction* action(const ui::Win& window, const QString& text) {
         for (QAction* action : window.findChildren<QAction*>()) {
             if (action->text() == text)
-                action->trigger();
+                return action;
         }
+        return nullptr;
+    }
+
+    static void selectByRank(const ui::Win& window) {
+        action(window, QStringLiteral("By &Rank"))->trigger();
     }
 
     static void drop(ui::LeafView* view, const QUrl& url) {
@@ -100,7 +105,7 @@ TEST_F(WinTest, ForgetsTheLastFileUntilItIsLoadedAgain) {
     ui::Win window(nullptr);
     EXPECT_EQ(lastFile(), QUrl());
     ASSERT_TRUE(becomesLastFile(log));
-    trigger(window, QStringLiteral("By &Rank"));
+    selectByRank(window);
     EXPECT_EQ(labels(window), "a|pattern|");
 }
 
@@ -117,7 +122,7 @@ TEST_F(WinTest, ADroppedLogReplacesTheLastAndKeepsTheSelection) {
     auto* view = window.findChild<ui::LeafView*>();
     drop(view, write(QStringLiteral("a.json"), "abab"));
     ASSERT_TRUE(becomesLastFile(QUrl::fromLocalFile(mDir.filePath(QStringLiteral("a.json")))));
-    trigger(window, QStringLiteral("By &Rank"));
+    selectByRank(window);
     EXPECT_EQ(labels(window), "1/2 a|pattern|");
     const QUrl second = write(QStringLiteral("b.json"), "c");
     drop(view, second);
@@ -146,7 +151,7 @@ TEST_F(WinTest, ByRankClearsTheSelectionOfALogWithoutPatterns) {
     ASSERT_TRUE(becomesLastFile(log));
     selectAll(window);
     EXPECT_EQ(labels(window), "1/3 c||");
-    trigger(window, QStringLiteral("By &Rank"));
+    selectByRank(window);
     EXPECT_EQ(labels(window), "||");
 }
 
@@ -180,11 +185,14 @@ TEST_F(WinTest, AnswersTheOpenKeyAndItsMenusHaveMnemonics) {
     for (const QAction* menu : window.menuBar()->actions())
         texts.append(menu->text());
     EXPECT_EQ(texts, (QStringList{QStringLiteral("&File"), QStringLiteral("&Select")}));
-    for (const QAction* action : window.findChildren<QAction*>()) {
-        if (action->text() == QStringLiteral("&Open")) {
-            EXPECT_EQ(action->shortcuts(), QKeySequence::keyBindings(QKeySequence::Open));
-        }
-    }
+    const QAction* open = action(window, QStringLiteral("&Open"));
+    ASSERT_TRUE(open);
+    EXPECT_EQ(open->shortcuts(), QKeySequence::keyBindings(QKeySequence::Open));
+    EXPECT_EQ(open->statusTip(), QStringLiteral("Open a new log file"));
+    const QAction* byRank = action(window, QStringLiteral("By &Rank"));
+    ASSERT_TRUE(byRank);
+    EXPECT_TRUE(byRank->shortcuts().isEmpty());
+    EXPECT_EQ(byRank->statusTip(), QStringLiteral("Select all based on highest rank"));
 }
 
 TEST_F(WinTest, StaysReadableOnADarkDesktop) {
