@@ -176,7 +176,7 @@ protected:
         }
         build();
         if (below(3) == 0)
-            mShared.mLeaves.front()->mBranch = nullptr;
+            mShared.mLeaves.front()->clear();
     }
 
     std::mt19937 mRandom{20};
