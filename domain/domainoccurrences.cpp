@@ -10,10 +10,10 @@ bool Occurrences::begin(std::span<const int> trace) {
     mNext[size] = size;
     mOpen[size] = size;
     for (int p = size - 1; p >= 0; --p) {
-        const int index = trace[static_cast<std::size_t>(p)];
-        mNext[p] = mSeen.value(index, size);
+        int& seen = mSeen[trace[static_cast<std::size_t>(p)]];
+        mNext[p] = seen > 0 ? seen : size; // 0: a new entry, as what is seen from before is later
         mOpen[p] = p;
-        mSeen.insert(index, p);
+        seen = p;
     }
     return true;
 }
