@@ -3,6 +3,7 @@
 #include "domain/domaindebugline.h"
 
 #include <limits>
+#include <utility>
 
 namespace domain {
 
@@ -22,7 +23,10 @@ Nest::Nest()
     : mBranches(FACTORY) {}
 
 Branch* Nest::branchAt(int index) {
-    return index >= 0 && index < size() ? mBranches[index] : nullptr;
+    if (index < 0 || index >= size())
+        return nullptr;
+    mUsed.add(index); // the caller may change it
+    return mBranches[index];
 }
 
 const Branch* Nest::branchAt(int index) const {
@@ -30,15 +34,15 @@ const Branch* Nest::branchAt(int index) const {
 }
 
 bool Nest::addSlot() {
-    return mBranches.setSize(size() + 1);
+    return growTo(size() + 1);
 }
 
 bool Nest::set(int index, const Branch& branch) {
     if (index < 0 || index == std::numeric_limits<int>::max())
         return false;
-    if (index >= size() && !mBranches.setSize(index + 1))
+    if (index >= size() && !growTo(index + 1))
         return false;
-    Branch* slot = mBranches[index];
+    Branch* slot = branchAt(index);
     if (!slot)
         return false;
     *slot = branch;
@@ -75,8 +79,16 @@ bool Nest::merge(const Nest& other) {
     return merged;
 }
 
+void Nest::swap(Nest& other) {
+    mBranches.swap(other.mBranches);
+    mUsed.swap(other.mUsed);
+    std::swap(mSize, other.mSize);
+    std::swap(mKeepsLast, other.mKeepsLast);
+}
+
 void Nest::clear() {
-    mBranches.setSize(0);
+    mSize = 0;
+    mKeepsLast = true;
 }
 
 void Nest::print() const {
@@ -87,6 +99,27 @@ void Nest::print() const {
         if (const Branch* branch = branchAt(i))
             branch->printTo(line.stream());
     }
+}
+
+/// False when memory is exhausted; a slot without a branch counts all the same.
+bool Nest::growTo(int slots) {
+    resetKept();
+    if (!mUsed.makeRoom(slots))
+        return false;
+    const bool grown = slots <= mBranches.size() || mBranches.setSize(slots);
+    if (slots <= mBranches.size())
+        mSize = slots;
+    return grown;
+}
+
+void Nest::resetKept() {
+    if (!mKeepsLast)
+        return;
+    const RecycleArray<int>& used = mUsed.all();
+    for (int k = 0; k < used.size(); ++k)
+        FACTORY.initializeObject(mBranches[used[k]]);
+    mUsed.clear();
+    mKeepsLast = false;
 }
 
 } // namespace domain

@@ -3,6 +3,7 @@
 #include "collections/clearingfactory.h"
 #include "collections/recyclearray.h"
 #include "domain/domainbranch.h"
+#include "domain/domainusedslots.h"
 
 namespace domain {
 
@@ -19,7 +20,7 @@ public:
 
     Nest();
 
-    int size() const { return mBranches.size(); }
+    int size() const { return mSize; }
 
     /// The branch in slot `index`, null outside the nest and where none could be made.
     Branch* branchAt(int index);
@@ -40,19 +41,30 @@ public:
     bool setTo(const Nest& other);
 
     /// Exchanges the branches, without a copy.
-    void swap(Nest& other) { mBranches.swap(other.mBranches); }
+    void swap(Nest& other);
 
     /// Merges slot by slot; false when any slot failed.
     bool merge(const Nest& other);
 
-    /// Drops all slots; the branches are kept for reuse.
+    /// Drops all slots; the branches are kept for reuse. They are not changed any more from
+    /// outside.
     void clear();
+
+    /// The slots, in no order, that may hold something: all others hold invalid branches. A short
+    /// recording thus costs what it holds, however many keys the log has.
+    const RecycleArray<int>& usedSlots() const { return mUsed.all(); }
 
     /// Dumps the branches on the debug stream, one a message.
     void print() const;
 
 private:
-    ManagedArray<Branch*> mBranches;
+    bool growTo(int slots);
+    void resetKept();
+
+    ManagedArray<Branch*> mBranches; ///< Never shrinks.
+    UsedSlots mUsed;
+    int mSize = 0;           ///< Slots that are not dropped.
+    bool mKeepsLast = false; ///< Used slots are those from before a clear, not reset yet.
 };
 
 } // namespace domain

@@ -119,7 +119,9 @@ void NestReader::addNest() {
     if (mNest.size() == 0)
         return;
     mAnalysis.on(mNest, mTrace);
-    for (int i = 0; i < mNest.size(); ++i) {
+    const RecycleArray<int>& used = mNest.usedSlots();
+    for (int k = 0; k < used.size(); ++k) {
+        const int i = used[k];
         Branch* branch = mNest.branchAt(i);
         if (!branch || branch->mGesture == GESTURE_NONE)
             continue;

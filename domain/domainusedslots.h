@@ -1,0 +1,53 @@
+#pragma once
+
+#include "collections/recyclearray.h"
+
+#include <utility>
+
+namespace domain {
+
+/// A set of slot numbers, from 0, in the order in which they were added. Emptying it costs what it
+/// holds, not what it could hold.
+class UsedSlots {
+public:
+    /// Makes room for the slots below `slots`. False when memory is exhausted.
+    bool makeRoom(int slots) {
+        const int room = mIsUsed.size();
+        const int used = mUsed.size();
+        if (slots <= room)
+            return true;
+        if (!mUsed.setSize(slots))
+            return false;
+        mUsed.setSize(used);
+        if (!mIsUsed.setSize(slots))
+            return false;
+        for (int slot = room; slot < slots; ++slot)
+            mIsUsed[slot] = 0;
+        return true;
+    }
+
+    /// Adds a slot that there is room for, unless it is there.
+    void add(int slot) {
+        if (!std::exchange(mIsUsed[slot], 1))
+            mUsed.add(slot);
+    }
+
+    void clear() {
+        for (int k = 0; k < mUsed.size(); ++k)
+            mIsUsed[mUsed[k]] = 0;
+        mUsed.setSize(0);
+    }
+
+    const RecycleArray<int>& all() const { return mUsed; }
+
+    void swap(UsedSlots& other) {
+        mUsed.swap(other.mUsed);
+        mIsUsed.swap(other.mIsUsed);
+    }
+
+private:
+    RecycleArray<int> mUsed{1, nullptr};
+    RecycleArray<char> mIsUsed{1, nullptr}; ///< By slot.
+};
+
+} // namespace domain
