@@ -12,8 +12,8 @@ namespace ui {
 
 /// What a leaf painter draws, as pixels, so that a repaint does not draw thousands of curves and
 /// circles anew. The pixels are those that the leaf painter draws on a transparent picture, which
-/// is laid over what there is; strokes one device pixel wide may differ by 4 of 255 where they leave
-/// the view.
+/// is laid over what there is; strokes one device pixel wide may differ by 4 of 255 where they
+/// leave the view.
 ///
 /// There are two pictures of the view: one holds every stroke in grey, for as long as strokes, size
 /// and pixel grid stay, the other is what is shown. When the selection changes, only those tiles of
