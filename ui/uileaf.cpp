@@ -1,5 +1,6 @@
 #include "ui/uileaf.h"
 
+#include "domain/domaindebugline.h"
 #include "ui/uileafselection.h"
 #include "ui/uilook.h"
 
@@ -54,7 +55,9 @@ QBrush Leaf::fill(const leaf_draw& draw) const {
 }
 
 void Leaf::printTo(QDebug& debug) const {
-    debug << "key=" << mKey << "l=" << mBounds.left() << "t=" << mBounds.top() << "loc=" << mPos;
+    debug << "key=";
+    domain::writeKey(debug, mKey);
+    debug << "l=" << mBounds.left() << "t=" << mBounds.top() << "loc=" << mPos;
 }
 
 } // namespace ui

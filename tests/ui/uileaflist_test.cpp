@@ -89,4 +89,22 @@ TEST(LeafList, LookUpFindsWhatAWalkFinds) {
     }
 }
 
+TEST(LeafListDump, NamesEachLeafInListOrder) {
+    static QStringList messages;
+    domain::Nest nest;
+    domain::Branch branch;
+    branch.mKey = QStringLiteral("a\\b");
+    branch.mBounds = QRectF(3, 4, 1, 1);
+    nest.set(0, branch);
+    ui::LeafList leaves;
+    ui::LeafBuilder(leaves).from(nest);
+    const auto handler = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& text) { messages.append(text); });
+    leaves.print();
+    qInstallMessageHandler(handler);
+    EXPECT_EQ(messages, (QStringList{QStringLiteral("LeafList size= 1 "),
+                                     QStringLiteral("\t 0   key= \"a\\b\" l= 3 t= 4 "
+                                                    "loc= QPointF(0,0) ")}));
+}
+
 } // namespace
