@@ -4,6 +4,7 @@
 #include "ui/uitsan.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QMutexLocker>
 
 #include <exception>
@@ -87,7 +88,7 @@ void LoadThread::onInputChanged() {
 /// it.
 bool LoadThread::load(LoadIo& io) {
     const QString path = io.mUrl.toLocalFile();
-    if (path.isEmpty())
+    if (!QFileInfo(path).isFile()) // a pipe or a device might never come to an end
         return false;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))

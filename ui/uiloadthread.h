@@ -13,8 +13,8 @@
 namespace ui {
 
 /// Reads and analyses trace logs on the program's one worker thread. Of the requests that wait when
-/// the worker looks, only the newest is read; a file that cannot be opened is dropped in silence,
-/// and one that opens counts as loaded whatever it holds.
+/// the worker looks, only the newest is read; what is no file or cannot be opened is dropped in
+/// silence, and one that opens counts as loaded whatever it holds.
 ///
 /// The public operations are the main thread's. The worker starts with the first request; the
 /// destructor lets it finish the read it is at and joins it. `mListLock` and `mWaitLock` are never

@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <random>
 
@@ -82,7 +83,10 @@ TEST_F(LoadThreadTest, ReadsOnlyTheNewestOfTheWaitingRequests) {
 TEST_F(LoadThreadTest, DropsWhatItCannotOpenAndGoesOn) {
     ui::LoadThread loader;
     listenTo(loader);
-    const QList<QUrl> unreadable{QUrl(), QUrl(QStringLiteral("http://example.invalid/a")),
+    const QString pipe = mDir.filePath(QStringLiteral("pipe"));
+    ASSERT_EQ(mkfifo(qPrintable(pipe), 0600), 0); // nobody writes to it
+    const QList<QUrl> unreadable{QUrl::fromLocalFile(pipe), QUrl(),
+                                 QUrl(QStringLiteral("http://example.invalid/a")),
                                  QUrl::fromLocalFile(mDir.filePath(QStringLiteral("none"))),
                                  QUrl::fromLocalFile(mDir.path())};
     for (const QUrl& url : unreadable) {
