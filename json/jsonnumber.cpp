@@ -16,45 +16,41 @@ constexpr bool isDigit(QChar c) {
     return c >= u'0' && c <= u'9';
 }
 
-/// Digits with at most one point between them; all else is left to the general conversion.
-bool unsignedDecimal(QStringView span, double& number) {
-    if (span.isEmpty() || span.size() > EXACT_DIGITS + 1 || !isDigit(span.front()) ||
-        !isDigit(span.back()))
-        return false;
-    qint64 digits = 0;
-    std::size_t fraction = 0;
-    bool point = false;
-    for (const QChar c : span) {
-        if (isDigit(c)) {
-            digits = digits * 10 + (c.unicode() - u'0');
-            fraction += point;
-        } else if (c == u'.' && !point)
-            point = true;
-        else
-            return false;
-    }
-    if (span.size() - point > EXACT_DIGITS)
-        return false;
-    number = static_cast<double>(digits) / POWERS[fraction];
-    return true;
-}
-
-bool plainDecimal(QStringView span, double& number) {
-    if (!span.startsWith(u'-'))
-        return unsignedDecimal(span, number);
-    if (!unsignedDecimal(span.sliced(1), number))
-        return false;
-    number = -number;
-    return true;
+/// Reads digits from `here` on into `digits`; returns the place behind them.
+const QChar* readDigits(const QChar* here, const QChar* end, quint64& digits) {
+    for (; here != end && isDigit(*here); ++here)
+        digits = digits * 10 + (here->unicode() - u'0');
+    return here;
 }
 
 } // namespace
 
+const QChar* readDecimal(const QChar* here, const QChar* end, double& number) {
+    const bool negative = here != end && *here == u'-';
+    const QChar* const first = here + (negative ? 1 : 0);
+    quint64 digits = 0;
+    const QChar* const point = readDigits(first, end, digits);
+    const QChar* last = point;
+    if (point != end && *point == u'.')
+        last = readDigits(point + 1, end, digits);
+    const qsizetype fraction = last == point ? 0 : last - point - 1;
+    if (point == first || last == point + 1 || point - first + fraction > EXACT_DIGITS)
+        return nullptr;
+    auto value = static_cast<double>(digits);
+    if (fraction > 0)
+        value /= POWERS[static_cast<std::size_t>(fraction)];
+    number = negative ? -value : value;
+    return last;
+}
+
 bool toNumber(QStringView span, double& number) {
     if (span.isEmpty()) // the most frequent case: flushes with nothing pending
         return false;
-    if (plainDecimal(span, number))
+    double decimal = 0;
+    if (readDecimal(span.begin(), span.end(), decimal) == span.end()) {
+        number = decimal;
         return true;
+    }
     bool ok = false;
     const double converted = span.toDouble(&ok);
     if (ok)

@@ -2,10 +2,9 @@
 
 #include "json/jsonkind.h"
 #include "json/jsonnumber.h"
+#include "json/jsonquote.h"
 #include "json/jsonreader.h"
-
-#include <QIODevice>
-#include <QTextStream>
+#include "json/jsontext.h"
 
 #include <exception>
 #include <utility>
@@ -22,12 +21,15 @@ void getReference(const QChar* text, qsizetype length, QString& out) {
     if (length < 1)
         out.clear();
     else
-        out.setRawData(text, length);
+        out = QString(
+            QString::DataPointer::fromRawData(reinterpret_cast<const char16_t*>(text), length));
 }
 
-QStringView beforeNul(QStringView text) {
-    const qsizetype nul = text.indexOf(u'\0');
-    return nul < 0 ? text : text.first(nul);
+/// The first character from `here` on that is of another kind.
+const QChar* skip(Kind kind, const QChar* here, const QChar* end) {
+    while (here != end && kindOf(*here) == kind)
+        ++here;
+    return here;
 }
 
 } // namespace
@@ -46,7 +48,7 @@ bool Parser::parse(QIODevice* device, Reader* reader) {
     forgetText();
     if (!push(reader))
         return false;
-    const QString text = QTextStream(device).readAll();
+    Text text(*device);
     const bool done = handle(text);
     forgetText();
     return done;
@@ -74,10 +76,11 @@ bool Parser::pushToken(int token) {
 }
 
 bool Parser::pushState(Reader* reader, int token) {
-    const State below = mStates.isEmpty() ? State() : *mStates.front();
+    const State* below = mStates.isEmpty() ? nullptr : mStates.front();
+    Reader* const current = reader || !below ? reader : below->current;
+    const int group = token || !below ? token : below->group;
     try {
-        *mStates.pushFront() = {reader, token, 0, reader ? reader : below.current,
-                                token ? token : below.group};
+        *mStates.pushFront() = {reader, token, 0, current, group};
         return true;
     } catch (const std::exception&) {
         return false;
@@ -128,27 +131,57 @@ void Parser::forgetText() {
     mValue.clear();
     mIsValue = false;
     mValueStart = nullptr;
+    mNumberEnd = nullptr;
 }
 
-bool Parser::handle(const QString& text) {
-    if (text.isEmpty())
-        return true;
-    if (!mCurrent)
-        return false;
-    const QStringView scanned = beforeNul(text);
-    const QChar* const end = scanned.end();
-    const QChar* here = scanned.begin();
-    while (here != end) {
-        if (!mCurrent)
-            return false;
-        here = handleCharacter(here, end);
+bool Parser::handle(Text& text) {
+    const QChar* here = text.end();
+    while (here != text.end() || readOn(text, here)) {
+        here = handlePiece(here, text);
         if (!here)
             return false;
     }
     return true;
 }
 
-const QChar* Parser::handleCharacter(const QChar* here, const QChar* end) {
+/// Goes on to the next piece of the text. What is still referred to is kept: `here` moves with its
+/// place in the text.
+bool Parser::readOn(Text& text, const QChar*& here) {
+    const QChar* const keep = mValueStart ? mValueStart : here;
+    const qsizetype kept = here - keep;
+    if (!mKey.isEmpty())
+        mKey.detach(); // no longer a reference to the text
+    const bool more = text.readOn(keep);
+    if (mValueStart)
+        mValueStart = text.begin();
+    mNumberEnd = nullptr; // the number may go on
+    here = text.begin() + kept;
+    return more;
+}
+
+/// Whether a flush would do something. If not, whitespace does nothing.
+inline bool Parser::hasPending() const {
+    return mValueStart || (!mKey.isEmpty() && groupToken() == TOKEN_ARRAY);
+}
+
+/// The place after the whitespace at `here`, as far as it does nothing.
+inline const QChar* Parser::skipSpaces(const QChar* here, const QChar* end) const {
+    return hasPending() ? here : skip(Kind::Space, here, end);
+}
+
+/// The place after the characters of a bare value that begin at `here`, perhaps not all of them.
+inline const QChar* Parser::handleBare(const QChar* here, const QChar* end) {
+    if (!mValueStart) {
+        mValueStart = here;
+        mNumberEnd = readDecimal(here, end, mNumber);
+        if (mNumberEnd)
+            return mNumberEnd;
+    }
+    return skip(Kind::Bare, here + 1, end);
+}
+
+/// The place to go on from; null when the parse has failed.
+inline const QChar* Parser::handleCharacter(const QChar* here, Text& text) {
     const QChar* const next = here + 1;
     switch (kindOf(*here)) {
     case Kind::OpenObject:
@@ -163,35 +196,49 @@ const QChar* Parser::handleCharacter(const QChar* here, const QChar* end) {
         return popTo(TOKEN_ARRAY) ? next : nullptr;
     case Kind::Colon:
         mIsValue = true;
-        return next;
+        return skipSpaces(next, text.end());
     case Kind::Comma:
         flushValue(here);
         mIsValue = false;
-        return next;
+        return skipSpaces(next, text.end());
     case Kind::Quote:
-        return handleString(next, end);
+        return handleString(next, text);
     case Kind::Space:
         flushValue(here);
-        return next;
+        return skipSpaces(next, text.end());
     case Kind::Bare:
-        if (!mValueStart)
-            mValueStart = here;
-        return next;
+        return handleBare(here, text.end());
     }
     return nullptr;
 }
 
+/// The end of the piece, or of another one that a string went on into; null when the parse has
+/// failed.
+const QChar* Parser::handlePiece(const QChar* here, Text& text) {
+    while (here != text.end()) {
+        if (!mCurrent)
+            return nullptr;
+        here = handleCharacter(here, text);
+        if (!here)
+            return nullptr;
+    }
+    return here;
+}
+
 /// The place after the closing quote of the string that begins at `start`, null without one.
-const QChar* Parser::handleString(const QChar* start, const QChar* end) {
-    const QStringView rest(start, end);
-    const qsizetype length = rest.indexOf(u'"');
-    if (length < 0)
-        return nullptr;
+const QChar* Parser::handleString(const QChar* start, Text& text) {
+    const QChar* quote = findQuote(start, text.end());
+    while (quote == text.end()) {
+        const qsizetype searched = quote - start;
+        if (!readOn(text, start))
+            return nullptr;
+        quote = findQuote(start + searched, text.end());
+    }
     if (mIsValue)
-        reportString(rest.first(length));
+        reportString({start, quote});
     else
-        getReference(start, length, mKey);
-    return start + length + 1;
+        getReference(start, quote - start, mKey);
+    return quote + 1;
 }
 
 bool Parser::startObject() {
@@ -220,27 +267,28 @@ void Parser::reportString(QStringView text) {
     mKey.clear();
 }
 
-bool Parser::reportNumber(const QString& key, QStringView text) {
-    double number = 0;
-    if (!mCurrent || !toNumber(text, number))
+/// Takes the pending bare value, which ends before `here`. False when there is none, or no number.
+bool Parser::takeNumber(const QChar* here, double& number) {
+    const QChar* const start = std::exchange(mValueStart, nullptr);
+    if (!start)
         return false;
-    mCurrent->jsonFloat(*this, key, number);
+    if (mNumberEnd != here)
+        return toNumber({start, here}, number);
+    number = mNumber;
     return true;
-}
-
-/// The pending bare value, which ends before `here`; empty when there is none.
-QStringView Parser::takeValue(const QChar* here) {
-    const QChar* start = std::exchange(mValueStart, nullptr);
-    return start ? QStringView(start, here) : QStringView();
 }
 
 void Parser::flushValue(const QChar* here) {
     if (groupToken() == TOKEN_ARRAY)
         return flushArrayValue(here);
-    const QStringView value = takeValue(here);
-    if (value.isEmpty() || !mIsValue)
+    if (!mValueStart)
         return;
-    reportNumber(mKey, value);
+    double number = 0;
+    const bool isNumber = takeNumber(here, number);
+    if (!mIsValue)
+        return;
+    if (isNumber && mCurrent)
+        mCurrent->jsonFloat(*this, mKey, number);
     mKey.clear();
 }
 
@@ -250,8 +298,11 @@ void Parser::flushArrayValue(const QChar* here) {
         incArrayIdx();
         mKey.clear();
     }
-    if (reportNumber(EMPTY_KEY, takeValue(here)))
+    double number = 0;
+    if (takeNumber(here, number) && mCurrent) {
+        mCurrent->jsonFloat(*this, EMPTY_KEY, number);
         incArrayIdx();
+    }
 }
 
 } // namespace json

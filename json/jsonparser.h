@@ -12,6 +12,7 @@ class QIODevice;
 namespace json {
 
 class Reader;
+class Text;
 
 /// A streaming reader of JSON-like text: walks it once and reports to the current reader what it
 /// meets. It builds no tree and checks only what its stack depends on. A parser serves any number
@@ -50,23 +51,29 @@ private:
     bool getCurrentReader();
     void forgetText();
 
-    bool handle(const QString& text);
-    const QChar* handleCharacter(const QChar* here, const QChar* end);
-    const QChar* handleString(const QChar* start, const QChar* end);
+    bool handle(Text& text);
+    const QChar* handlePiece(const QChar* here, Text& text);
+    const QChar* handleCharacter(const QChar* here, Text& text);
+    const QChar* handleString(const QChar* start, Text& text);
+    bool readOn(Text& text, const QChar*& here);
     bool startObject();
     bool startArray();
     void reportString(QStringView text);
-    bool reportNumber(const QString& key, QStringView text);
-    QStringView takeValue(const QChar* here);
+    const QChar* handleBare(const QChar* here, const QChar* end);
+    const QChar* skipSpaces(const QChar* here, const QChar* end) const;
+    bool hasPending() const;
+    bool takeNumber(const QChar* here, double& number);
     void flushValue(const QChar* here);
     void flushArrayValue(const QChar* here);
 
     ManagedList<State*> mStates; // the front is the top
     Reader* mCurrent = nullptr;
-    QString mKey; // refers to the text: the last string outside value position
+    QString mKey; // refers to the text's piece or is a copy: the last string outside value position
     QString mValue;
     bool mIsValue = false;              // a member's value is due
     const QChar* mValueStart = nullptr; // of the pending bare value
+    const QChar* mNumberEnd = nullptr;  // of the number that the bare value begins with
+    double mNumber = 0;
 };
 
 } // namespace json

@@ -3,9 +3,12 @@
 #include "tests/json/recorder.h"
 
 #include <QBuffer>
+#include <QStringEncoder>
+#include <QTextStream>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <map>
 #include <random>
@@ -297,9 +300,9 @@ TEST(Parser, ConvertsNumbersAsQStringDoes) {
 
 /// Begins nested, so that not every text ends at its first stray bracket.
 QString randomText(std::mt19937& random) {
-    static const QStringList PIECES =
-        u"{|}|[|]|{|[|{}|[]|:|,|,|\"|\\|\"k\":|\"s\"|\"s\",|\"\"|\"a b\"|1|23|-4.5|,6,|e|true| |\n|"
-        u"\u00a0|\u2028|\u00e9|\U0001f600"_qs.split(u'|');
+    static const QStringList PIECES = u"{|}|[|]|{|[|{}|[]|:|,|,|\"|\\|\"k\":|\"s\"|\"s\",|\"\"|\"a "
+                                      u"b\"|1|23|-4.5|,6,|e|true| |\n|\r\n|\r|"
+                                      u"\u00a0|\u2028|\u00e9|\U0001f600"_qs.split(u'|');
     QString text;
     for (std::size_t left = random() % 8; left > 0; --left)
         text += random() % 2 ? u'{' : u'[';
@@ -309,16 +312,65 @@ QString randomText(std::mt19937& random) {
     return text;
 }
 
-TEST(Parser, AgreesWithThePlainRulesOnRandomTexts) {
+/// A device that gives a few bytes at a time: as many at its n-th read as at that of its equals.
+class Trickle : public QIODevice {
+public:
+    Trickle(QByteArray bytes, unsigned seed)
+        : mBytes(std::move(bytes))
+        , mRandom(seed) {
+        open(ReadOnly | Unbuffered);
+    }
+
+    bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char* to, qint64 limit) override {
+        const auto size =
+            std::min<qint64>({limit, mBytes.size() - mAt, 4 + qint64(mRandom() % 20)});
+        std::copy_n(mBytes.constData() + mAt, size, to);
+        mAt += size;
+        return size;
+    }
+
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    QByteArray mBytes;
+    std::mt19937 mRandom;
+    qint64 mAt = 0;
+};
+
+/// Encoded at random, now and then with a byte that is wrong.
+QByteArray randomBytes(std::mt19937& random) {
+    using Encoder = QStringEncoder;
+    static const std::vector<Encoder::Encoding> ENCODINGS{
+        Encoder::Utf8,    Encoder::Utf8,    Encoder::Utf8,    Encoder::Utf16LE,
+        Encoder::Utf16BE, Encoder::Utf32LE, Encoder::Utf32BE, Encoder::Latin1};
+    const auto encoding = ENCODINGS[random() % ENCODINGS.size()];
+    const auto flag = random() % 8 ? Encoder::Flag::WriteBom : Encoder::Flag::Default;
+    QByteArray bytes = Encoder(encoding, flag).encode(randomText(random));
+    if (!bytes.isEmpty() && random() % 8 == 0)
+        bytes[qsizetype(random() % std::size_t(bytes.size()))] = static_cast<char>(random());
+    return bytes;
+}
+
+TEST(Parser, AgreesWithThePlainRulesOnRandomBytesInPieces) {
     std::mt19937 random(301);
     json::Parser parser; // one for all texts: nothing may be left over
-    for (int i = 0; i < 20'000; ++i) {
-        const QString text = randomText(random);
+    for (int i = 0; i < 30'000; ++i) {
+        const QByteArray bytes = randomBytes(random);
+        const auto seed = static_cast<unsigned>(random());
+        Trickle whole(bytes, seed);
+        Trickle pieces(bytes, seed);
+        const bool textMode = random() % 8 == 0;
+        whole.setTextModeEnabled(textMode);
+        pieces.setTextModeEnabled(textMode);
         const auto pushes = static_cast<Pushes>(random() % 5);
+        const QString text = QTextStream(&whole).readAll();
         const std::string expected =
             record(pushes, [&](auto* root) { return PlainParser(text).parse(root); });
         const std::string actual =
-            record(pushes, [&](auto* root) { return parseBytes(parser, text.toUtf8(), root); });
+            record(pushes, [&](auto* root) { return parser.parse(&pieces, root); });
         ASSERT_EQ(actual, expected) << "text " << i << ": " << text.toStdString();
     }
 }
