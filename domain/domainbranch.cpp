@@ -1,6 +1,7 @@
 #include "domain/domainbranch.h"
 
 #include "domain/domaindebugline.h"
+#include "domain/domainsametext.h"
 
 #include <algorithm>
 
@@ -11,7 +12,8 @@ void Branch::clear() {
     if (!mKey.isNull())
         mKey = QString();
     mBounds = QRectF();
-    mPatterns.clear();
+    if (hasPatterns())
+        mPatterns.clear();
 }
 
 Branch& Branch::operator=(const Branch& other) {
@@ -84,7 +86,7 @@ void Branch::copyEvents(const Branch& other) {
 }
 
 bool Branch::mergeEvents(const Branch& other) {
-    if (mKey != other.mKey)
+    if (!isSameText(mKey, other.mKey))
         return false;
     mBounds |= other.mBounds;
     return true;

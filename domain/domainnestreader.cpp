@@ -1,6 +1,6 @@
 #include "domain/domainnestreader.h"
 
-#include "domain/domainfingerprint.h"
+#include "domain/domainsametext.h"
 #include "json/jsonstack.h"
 
 namespace domain {
@@ -17,11 +17,11 @@ constexpr int X_AT = 2;
 constexpr int Y_AT = 3;
 
 int gestureOf(const QString& name) {
-    if (name == DOWN_SZ)
+    if (isSameText(name, DOWN_SZ))
         return GESTURE_DOWN;
-    if (name == UP_SZ)
+    if (isSameText(name, UP_SZ))
         return GESTURE_UP;
-    if (name == MENU_SZ)
+    if (isSameText(name, MENU_SZ))
         return GESTURE_MENU;
     return GESTURE_NONE;
 }
@@ -31,21 +31,6 @@ double singlePrecision(double value) {
 }
 
 } // namespace
-
-std::size_t NestReader::key_hash::operator()(const QString& key) const {
-    // Three characters at a time, the end filled up with zeros; the length tells that apart.
-    const QChar* const end = key.constEnd();
-    auto hash = static_cast<quint64>(key.size());
-    for (const QChar* c = key.constBegin(); c < end; c += 3) {
-        quint64 value = c[0].unicode();
-        if (c + 1 < end)
-            value |= quint64(c[1].unicode()) << 16;
-        if (c + 2 < end)
-            value |= quint64(c[2].unicode()) << 32;
-        hash = fingerprint::appended(hash, value);
-    }
-    return hash;
-}
 
 NestReader::NestReader(Analysis& analysis)
     : mAnalysis(analysis) {}
@@ -58,7 +43,7 @@ bool NestReader::begin(Nest& target) {
     for (int i = 0; i < target.size(); ++i) {
         const Branch* branch = target.branchAt(i);
         if (branch && branch->mGesture >= 0 && branch->isValid())
-            mKeys[branch->mKey] = i;
+            mKeys.set(branch->mKey, i);
     }
     return true;
 }
@@ -86,8 +71,11 @@ void NestReader::endArray(json::Stack& /*stack*/) {
 }
 
 void NestReader::jsonString(json::Stack& stack, const QString& /*key*/, const QString& value) {
-    if (mBranch.mGesture != GESTURE_NONE && stack.arrayIndex() == KEY_AT)
-        mBranch.mKey = QString(value.constData(), value.size()); // `value` may be the parser's text
+    if (mBranch.mGesture == GESTURE_NONE || stack.arrayIndex() != KEY_AT)
+        return;
+    // `value` may be the parser's text: the event has a key that owns its characters.
+    const KeyTable::Entry* known = mKeys.find(value);
+    mBranch.mKey = known ? known->first : QString(value.constData(), value.size());
 }
 
 void NestReader::jsonFloat(json::Stack& stack, const QString& /*key*/, double value) {
@@ -135,13 +123,12 @@ void NestReader::addNest() {
 /// The branch index of a key, reserved in the target at the key's first appearance; -1 when the
 /// target cannot grow.
 int NestReader::indexOf(const QString& key) {
-    const auto known = mKeys.find(key);
-    if (known != mKeys.end())
+    if (const KeyTable::Entry* known = mKeys.find(key))
         return known->second;
     const int index = mTarget->size();
     if (!mTarget->addSlot())
         return -1;
-    mKeys[key] = index;
+    mKeys.set(key, index);
     return index;
 }
 

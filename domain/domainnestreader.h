@@ -2,14 +2,12 @@
 
 #include "domain/domainanalysis.h"
 #include "domain/domainbranch.h"
+#include "domain/domainkeytable.h"
 #include "domain/domainnest.h"
 #include "domain/domaintrace.h"
 #include "json/jsonreader.h"
 
 #include <QString>
-
-#include <cstddef>
-#include <unordered_map>
 
 namespace domain {
 
@@ -50,12 +48,6 @@ public:
     void addNest();
 
 private:
-    // Not the toolkit's hash of a string: in the version here it leaves the processor's wide
-    // registers in use, which slows down whatever runs next.
-    struct key_hash {
-        std::size_t operator()(const QString& key) const;
-    };
-
     int indexOf(const QString& key);
 
     Nest* mTarget = nullptr;
@@ -63,7 +55,7 @@ private:
     Nest mNest;     ///< The recording's branches, at their final indices.
     Trace mTrace;   ///< The recording's events without "up".
     Branch mBranch; ///< The event being read.
-    std::unordered_map<QString, int, key_hash> mKeys; ///< Branch indices of the target's keys.
+    KeyTable mKeys; ///< Branch indices of the target's keys.
     int mRecordingCount = 0;
     int mEventCount = 0;
 };

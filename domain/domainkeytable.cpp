@@ -1,0 +1,63 @@
+#include "domain/domainkeytable.h"
+
+#include "domain/domainfingerprint.h"
+
+#include <cstring>
+
+namespace domain {
+
+namespace {
+
+constexpr qsizetype CHARACTERS = sizeof(quint64) / sizeof(QChar);
+
+quint64 fourAt(const QChar* here) {
+    quint64 four = 0;
+    std::memcpy(&four, here, sizeof(four));
+    return four;
+}
+
+/// The two halves of a 128-bit product, folded: each bit of the factors reaches all of the result.
+quint64 mixed(quint64 a, quint64 b) {
+    __extension__ using wide = unsigned __int128;
+    const wide product = static_cast<wide>(a) * b;
+    return static_cast<quint64>(product) ^ static_cast<quint64>(product >> 64);
+}
+
+} // namespace
+
+std::size_t KeyTable::hash::operator()(const QString& key) const {
+    // The base differs in every process, so that nobody can write a log whose keys collide.
+    using fingerprint::BASE;
+    const QChar* here = key.constData();
+    const QChar* const end = here + key.size();
+    quint64 made = BASE ^ static_cast<quint64>(key.size());
+    for (; end - here > CHARACTERS; here += CHARACTERS)
+        made = mixed(made ^ fourAt(here), BASE);
+    if (key.size() >= CHARACTERS)
+        return mixed(made ^ fourAt(end - CHARACTERS), BASE); // may overlap the four before
+    quint64 rest = 0;
+    for (; here != end; ++here)
+        rest = rest << 16 | here->unicode();
+    return mixed(made ^ rest, BASE);
+}
+
+void KeyTable::clear() {
+    mLatest = nullptr;
+    mIndices.clear();
+}
+
+const KeyTable::Entry* KeyTable::find(const QString& key) {
+    if (mLatest && isSameText(mLatest->first, key))
+        return mLatest;
+    const auto known = mIndices.find(key);
+    if (known == mIndices.end())
+        return nullptr;
+    mLatest = &*known;
+    return mLatest;
+}
+
+void KeyTable::set(const QString& key, int index) {
+    mIndices[key] = index;
+}
+
+} // namespace domain

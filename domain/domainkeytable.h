@@ -1,0 +1,43 @@
+#pragma once
+
+#include "domain/domainsametext.h"
+
+#include <QString>
+
+#include <cstddef>
+#include <unordered_map>
+#include <utility>
+
+namespace domain {
+
+/// Branch indices by event key. A log names few keys very often, each time as a new piece of text:
+/// the table's own copy of a key is there to be shared.
+class KeyTable {
+public:
+    using Entry = std::pair<const QString, int>;
+
+    /// Entries found before are gone then.
+    void clear();
+
+    /// The entry of `key`, owned by the table; null when there is none.
+    const Entry* find(const QString& key);
+
+    /// Sets the index of `key`.
+    void set(const QString& key, int index);
+
+private:
+    // Not the toolkit's hash of a string: in the version here it leaves the processor's wide
+    // registers in use, which slows down whatever runs next.
+    struct hash {
+        std::size_t operator()(const QString& key) const;
+    };
+
+    struct same {
+        bool operator()(const QString& a, const QString& b) const { return isSameText(a, b); }
+    };
+
+    std::unordered_map<QString, int, hash, same> mIndices;
+    const Entry* mLatest = nullptr; ///< Found last: a release follows the press of the same key.
+};
+
+} // namespace domain
