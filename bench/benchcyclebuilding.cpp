@@ -3,7 +3,7 @@
 #include "domain/domaincyclebuilderiterative.h"
 #include "domain/domainnest.h"
 #include "domain/domaintrace.h"
-#include "tests/domain/plaincyclebuilder.h"
+#include "fuzz/plain/plaincyclebuilder.h"
 
 #include <memory>
 #include <vector>

@@ -4,16 +4,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
-#include <deque>
-#include <random>
 #include <stdexcept>
 
 namespace {
 
 using testing::ElementsAre;
-using testing::ElementsAreArray;
-using testing::IsEmpty;
 
 using List = ManagedList<Counted*>;
 
@@ -114,117 +109,6 @@ TEST(ManagedListDeathTest, UnorderedInsertionsAreForbiddenOnOrderedLists) {
     List list(ordered);
     EXPECT_DEATH(list.pushFront(), "Quillon/collections/managedlist.*pushFront.*!mFactory.mSort");
     EXPECT_DEATH(list.pushBack(), "Quillon/collections/managedlist.*pushBack.*!mFactory.mSort");
-}
-
-/// A list and what it must hold: the ids of its elements and of the objects waiting for reuse.
-struct Checked {
-    explicit Checked(const CountingFactory& objects)
-        : factory(objects)
-        , list(objects) {}
-
-    void push(bool front) {
-        const int id = retired.empty() ? factory.made : retired.front();
-        if (!retired.empty())
-            retired.pop_front();
-        active.insert(front ? active.begin() : active.end(), id);
-        Counted* object = front ? list.pushFront() : list.pushBack();
-        ASSERT_EQ(object->id, id);
-        ASSERT_EQ(object->value, 0);
-        ASSERT_EQ(factory.initialized.back(), id);
-        object->value = 1;
-    }
-
-    void pop() {
-        if (active.empty())
-            return;
-        list.popFront();
-        retired.push_front(active.front());
-        active.pop_front();
-    }
-
-    void clear() {
-        list.clear();
-        append(retired);
-    }
-
-    void moveTo(Checked& other) {
-        list.moveTo(other.list);
-        if (&other != this)
-            append(other.active);
-    }
-
-    void moveToRetired(Checked& other) {
-        list.moveToRetired(other.list);
-        if (&other != this)
-            append(other.retired);
-    }
-
-    void moveFrontTo(Checked& other) {
-        list.moveFrontTo(other.list);
-        if (&other == this || active.empty())
-            return;
-        other.active.push_front(active.front());
-        active.pop_front();
-    }
-
-    void append(std::deque<int>& destination) {
-        destination.insert(destination.end(), active.begin(), active.end());
-        active.clear();
-    }
-
-    const CountingFactory& factory;
-    List list;
-    std::deque<int> active;
-    std::deque<int> retired;
-};
-
-void step(Checked& one, Checked& other, unsigned action) {
-    switch (action % 16) {
-    case 0:
-        return one.clear();
-    case 1:
-        return one.moveTo(other);
-    case 2:
-        return one.moveToRetired(other);
-    case 3:
-    case 4:
-        return one.moveFrontTo(other);
-    case 5:
-    case 6:
-    case 7:
-        return one.pop();
-    default:
-        return one.push(action & 16);
-    }
-}
-
-TEST(ManagedList, AgreesWithDequesOverThreeLists) {
-    const CountingFactory factory;
-    std::vector<int> left;
-    {
-        std::array<Checked, 3> lists{Checked(factory), Checked(factory), Checked(factory)};
-        std::mt19937 random(301);
-        std::size_t pushes = 0;
-        for (int i = 0; i < 10'000; ++i) {
-            SCOPED_TRACE(i);
-            const auto action = static_cast<unsigned>(random());
-            pushes += action % 16 > 7;
-            step(lists[random() % 3], lists[random() % 3], action);
-            ASSERT_FALSE(HasFatalFailure());
-            ASSERT_EQ(factory.initialized.size(), pushes);
-            for (const Checked& one : lists) {
-                ASSERT_THAT(ids(one.list), ElementsAreArray(one.active));
-                ASSERT_EQ(one.list.size(), static_cast<int>(one.active.size()));
-            }
-        }
-        EXPECT_THAT(factory.deleted, IsEmpty());
-        for (auto one = lists.rbegin(); one != lists.rend(); ++one) {
-            left.insert(left.end(), one->active.begin(), one->active.end());
-            left.insert(left.end(), one->retired.begin(), one->retired.end());
-        }
-    }
-    EXPECT_EQ(static_cast<int>(left.size()), factory.made);
-    EXPECT_EQ(factory.deleted, left);
 }
 
 } // namespace

@@ -6,7 +6,6 @@
 
 #include <array>
 #include <limits>
-#include <random>
 #include <stdexcept>
 
 namespace {
@@ -78,35 +77,6 @@ TEST(RecycleArray, IsUnchangedWithoutStorage) {
         EXPECT_EQ(array.size(), 1);
         EXPECT_EQ(array.capacity(), 2);
         EXPECT_EQ(array[0].bytes[0], 'x');
-    }
-}
-
-TEST(RecycleArray, AgreesWithVectors) {
-    std::array<Ints, 3> arrays{Ints(1, nullptr), Ints(256, nullptr), Ints(3, nullptr)};
-    std::array<std::vector<int>, 3> models;
-    std::mt19937 random(302);
-    for (int i = 0; i < 10'000; ++i) {
-        SCOPED_TRACE(i);
-        const std::size_t one = random() % 3;
-        const std::size_t other = random() % 3;
-        const int value = static_cast<int>(random() % 4);
-        switch (random() % 8) {
-        case 0:
-            ASSERT_TRUE(arrays[one].setTo(arrays[other]));
-            models[one] = models[other];
-            break;
-        case 1: // shrinks only: new values are unspecified
-            models[one].resize(random() % (models[one].size() + 1));
-            ASSERT_TRUE(arrays[one].setSize(static_cast<int>(models[one].size())));
-            break;
-        default:
-            ASSERT_TRUE(arrays[one].add(value));
-            models[one].push_back(value);
-        }
-        const Ints& array = arrays[one];
-        ASSERT_THAT(std::vector<int>(array.data(), array.data() + array.size()),
-                    ElementsAreArray(models[one]));
-        ASSERT_EQ(array == arrays[other], models[one] == models[other]);
     }
 }
 

@@ -3,8 +3,6 @@
 #include "domain/domainnest.h"
 #include "domain/domaintrace.h"
 
-#include <gtest/gtest.h>
-
 #include <sstream>
 #include <string>
 #include <vector>

@@ -1,11 +1,8 @@
 #include "domain/domaincyclebuilderiterative.h"
 #include "tests/domain/describe.h"
-#include "tests/domain/plaincyclebuilder.h"
 
 #include <gmock/gmock.h>
 
-#include <functional>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -13,7 +10,6 @@ namespace {
 
 using domain::CycleBuilderIterative;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// The nest of `indices` after a whole run; the branches of `menus` are menu branches.
 void analyse(domain::Nest& nest, const std::vector<int>& indices, const std::set<int>& menus = {}) {
@@ -125,51 +121,6 @@ TEST(CycleBuilder, CarriesNothingOverToTheNextRecording) {
     ASSERT_TRUE(builder.begin(second, trace));
     builder.run();
     EXPECT_THAT(patternsOf(second), ElementsAre("0,1,0x0", ""));
-}
-
-std::vector<int> randomTrace(const std::string& shape, std::mt19937& rng) {
-    const int size = std::uniform_int_distribution<int>(3, 400)(rng);
-    const int keys = std::uniform_int_distribution<int>(2, 12)(rng);
-    std::uniform_int_distribution<int> uniform(0, keys - 1);
-    std::vector<int> trace;
-    for (int i = 0; i < size; ++i) {
-        int index = uniform(rng);
-        if (shape == "skewed")
-            index = std::min(index, uniform(rng));
-        else if (shape == "periodic" && rng() % 16 != 0)
-            index = i % keys;
-        else if (shape == "hub" && i % 2 == 0)
-            index = 0;
-        else if (shape == "alternating")
-            index = i % 2;
-        trace.push_back(index);
-    }
-    return trace;
-}
-
-TEST(CycleBuilder, AgreesWithThePlainRulesOnRandomTraces) {
-    std::mt19937 rng(301);
-    for (const std::string shape : {"uniform", "skewed", "periodic", "hub", "alternating"}) {
-        for (int round = 0; round < 60; ++round) {
-            SCOPED_TRACE(shape + " " + std::to_string(round));
-            const std::vector<int> trace = randomTrace(shape, rng);
-            const std::set<int> menus = round % 3 == 0 ? std::set<int>{1} : std::set<int>();
-            domain::Nest nest;
-            analyse(nest, trace, menus);
-
-            PlainCycleBuilder plain(trace, menus);
-            std::vector<std::string> expected(static_cast<std::size_t>(nest.size()));
-            domain::Pattern pattern;
-            for (const auto& [index, patterns] : plain.run()) {
-                std::string& text = expected[static_cast<std::size_t>(index)];
-                for (const auto& found : patterns) {
-                    model::fill(pattern, found.sequence, found.count);
-                    text += (text.empty() ? "" : " ") + model::describe(pattern);
-                }
-            }
-            ASSERT_EQ(patternsOf(nest), expected);
-        }
-    }
 }
 
 TEST(Trace, AnswersMinusOneOutside) {

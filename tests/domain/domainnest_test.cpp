@@ -5,10 +5,6 @@
 
 #include <gmock/gmock.h>
 
-#include <map>
-#include <random>
-#include <utility>
-
 namespace {
 
 using domain::Branch;
@@ -151,33 +147,6 @@ TEST(Nest, CopiesAndRecyclesItsBranches) {
     EXPECT_EQ(nest.size(), 2);
     EXPECT_TRUE(nest.setTo(Nest()));
     EXPECT_EQ(nest.size(), 0);
-}
-
-TEST(Nest, IsFreshAfterAClearWhateverWasDoneToIt) {
-    std::mt19937 rng(12);
-    Nest nest;
-    std::map<int, std::string> expected;
-    Branch branch;
-    for (int step = 0; step < 20000; ++step) {
-        const int index = static_cast<int>(rng() % 30);
-        if (rng() % 40 == 0) {
-            nest.clear();
-            expected.clear();
-        } else if (rng() % 3 > 0) {
-            addPattern(*filled(branch, "b"), {index, step, index}, 0);
-            ASSERT_TRUE(nest.set(index, branch));
-            expected[index] = model::describe(branch);
-        } else if (Branch* known = nest.branchAt(index)) {
-            known->mGesture = domain::GESTURE_MENU;
-            expected[index] = model::describe(*known);
-        }
-        const int size = expected.empty() ? 0 : expected.rbegin()->first + 1;
-        ASSERT_EQ(nest.size(), size);
-        for (int i = 0; i < size; ++i) {
-            const std::string& text = expected.try_emplace(i, " -1 (0 0 0 0): ").first->second;
-            ASSERT_EQ(model::describe(*std::as_const(nest).branchAt(i)), text) << step;
-        }
-    }
 }
 
 TEST(Nest, DumpsItemsWithABlankAfterEach) {

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <random>
 #include <set>
 #include <vector>
 
@@ -104,58 +102,6 @@ TEST(PatternList, AssignmentCopiesAndRecycles) {
     EXPECT_EQ(list.size(), 2);
     list = PatternList();
     EXPECT_TRUE(list.isEmpty());
-}
-
-/// The rule itself: the first equal sequence counts, else a copy goes to the back.
-class PlainList {
-public:
-    void merge(const std::vector<int>& sequence) {
-        for (auto& entry : mEntries) {
-            if (entry.first == sequence) {
-                ++entry.second;
-                return;
-            }
-        }
-        mEntries.emplace_back(sequence, 0);
-    }
-
-    void clear() { mEntries.clear(); }
-
-    std::string describe() const {
-        PatternList list;
-        for (const auto& [sequence, count] : mEntries)
-            model::fill(*list.pushBack(), sequence, count);
-        return model::describe(list);
-    }
-
-private:
-    std::vector<std::pair<std::vector<int>, int>> mEntries;
-};
-
-TEST(PatternList, AgreesWithLinearSearchOnRandomMerges) {
-    std::mt19937 rng(77);
-    PatternList list;
-    PatternList copy;
-    PlainList plain;
-    for (int step = 0; step < 6000; ++step) {
-        std::vector<int> sequence(3 + rng() % 3);
-        std::generate(sequence.begin(), sequence.end(),
-                      [&] { return static_cast<int>(rng() % 5); });
-        merge(list, sequence);
-        plain.merge(sequence);
-        if (rng() % 1500 == 0) {
-            list.clear();
-            plain.clear();
-        } else if (rng() % 500 == 0) {
-            copy = list;
-            list.clear();
-            list = copy;
-        }
-        if (step % 200 == 0) {
-            ASSERT_EQ(model::describe(list), plain.describe());
-        }
-    }
-    EXPECT_EQ(model::describe(list), plain.describe());
 }
 
 TEST(PatternList, FindsWhatWasPushedBackByHand) {

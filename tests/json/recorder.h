@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <functional>
+#include <map>
 #include <string>
 #include <utility>
 
@@ -51,7 +52,11 @@ public:
 
 private:
     static QByteArray quoted(const QString& text) {
-        return text.isNull() ? QByteArray("null") : '\'' + text.toUtf8() + '\'';
+        if (text.isNull())
+            return "null";
+        if (text.isValidUtf16())
+            return '\'' + text.toUtf8() + '\'';
+        return QByteArray(reinterpret_cast<const char*>(text.utf16()), 2 * text.size()).toHex();
     }
 
     void write(const QByteArray& event, const json::Stack* stack) {
@@ -66,3 +71,30 @@ private:
     Hook mOnObject;
     Hook mOnArray;
 };
+
+/// Which of its starts a root reader answers with a push, and of whom.
+enum class Pushes { Nothing, ItselfInArrays, Itself, ChildInObjects, TwiceInObjects };
+
+/// The lines of a parse by `parse(root)`, and its result as the last line.
+template <typename Parse>
+std::string record(Pushes pushes, Parse parse) {
+    std::string lines;
+    json::Reader* self = nullptr;
+    Recorder child("child ", lines);
+    const Recorder::Hook none;
+    const Recorder::Hook itself = [&self](json::Stack& stack) { stack.push(self); };
+    const Recorder::Hook other = [&child](json::Stack& stack) { stack.push(&child); };
+    const Recorder::Hook twice = [&itself](json::Stack& stack) {
+        itself(stack);
+        itself(stack);
+    };
+    const std::map<Pushes, Recorder::Hook> objects{
+        {Pushes::Itself, itself}, {Pushes::ChildInObjects, other}, {Pushes::TwiceInObjects, twice}};
+    const std::map<Pushes, Recorder::Hook> arrays{{Pushes::Itself, itself},
+                                                  {Pushes::ItselfInArrays, itself}};
+    Recorder root("", lines, objects.count(pushes) ? objects.at(pushes) : none,
+                  arrays.count(pushes) ? arrays.at(pushes) : none);
+    self = &root;
+    const bool result = parse(&root);
+    return lines + (result ? "true\n" : "false\n");
+}
