@@ -31,6 +31,7 @@ bool CycleBuilderIterative::begin(Nest& nest, const Trace& trace) {
     mStepCount = size;
     mFirstStep = mSteps.data();
     mNest = &nest;
+    mHasStarts = false;
     mHasNegative = false;
     for (int p = 0; p < size; ++p) {
         mFirstStep[p].begin(mIndices[p]);
@@ -51,20 +52,63 @@ void CycleBuilderIterative::run() {
 }
 
 void CycleBuilderIterative::run(int distance) {
+    if (mHasStarts && distance > mDistance)
+        visitStarts(distance);
+    else
+        walk(distance);
+    mDistance = distance;
+}
+
+/// A pass from step to step, which notes the starts for the next one.
+void CycleBuilderIterative::walk(int distance) {
+    mStarts.setSize(0);
+    mHasStarts = true;
     int i = 0;
     int j = distance;
     while (j < mStepCount) {
         // The jump is by the length from before this pass, so that overlapping cycles of one
         // distance are all found.
         const int length = mFirstStep[i].mLength;
-        if (mFirstStep[i].mIndex == mFirstStep[j].mIndex && isCycle(i, j)) {
-            addCycle(i, j);
-            mFirstStep[i].mLength = distance;
-            mOccurrences.close(i);
+        if (isRecurrence(i, j) && isCycle(i, j))
+            collapse(i, j);
+        else if (mHasStarts && mFirstStep[i + 1].mIndex != mFirstStep[i].mIndex) {
+            const int last = mOccurrences.nextOpen(i);
+            mHasStarts = last <= j || mStarts.add({i, last});
         }
         i += length;
         j += length;
     }
+}
+
+/// A pass over the starts; those that cannot begin a longer cycle leave the list.
+void CycleBuilderIterative::visitStarts(int distance) {
+    int kept = 0;
+    for (int k = 0; k < mStarts.size(); ++k) {
+        // A cycle found in this pass opens the way for positions before it only, and for the next
+        // pass: `last` still holds for those behind it.
+        const Start start = mStarts[k];
+        const int j = start.position + distance;
+        if (j >= mStepCount)
+            break;
+        if (isRecurrence(start.position, j) && start.last >= j &&
+            mFirstStep[j - 1].mIndex != mFirstStep[j].mIndex)
+            collapse(start.position, j);
+        if (start.last > j)
+            mStarts[kept++] = start;
+    }
+    mStarts.setSize(kept);
+}
+
+bool CycleBuilderIterative::isRecurrence(int first, int last) const {
+    return mFirstStep[first].mIndex == mFirstStep[last].mIndex;
+}
+
+/// Stores a cycle; its first step now stands for all of it.
+void CycleBuilderIterative::collapse(int first, int last) {
+    addCycle(first, last);
+    mFirstStep[first].mLength = last - first;
+    mOccurrences.close(first);
+    mHasStarts = false; // the steps lead elsewhere from now on
 }
 
 bool CycleBuilderIterative::isCycle(int first, int last) const {

@@ -45,6 +45,16 @@ public:
     void addCycle(int first, int last);
 
 private:
+    /// A position that the passes come to, from which a longer run may still be a cycle.
+    struct Start {
+        int position;
+        int last; ///< Where its longest cycle can end: the first open recurrence of its index.
+    };
+
+    void walk(int distance);
+    void visitStarts(int distance);
+    bool isRecurrence(int first, int last) const;
+    void collapse(int first, int last);
     bool hasIndices(int first, int last) const;
 
     Nest* mNest = nullptr;
@@ -53,6 +63,12 @@ private:
     RunHash mHashes;                        ///< Names a run without walking it.
     Occurrences mOccurrences;               ///< Collapsed steps are closed.
     bool mHasNegative = false;              ///< The trace holds what is no branch index.
+
+    // A pass that finds nothing leaves the next one the same positions to come to, and most of them
+    // cannot begin a cycle any more.
+    RecycleArray<Start> mStarts{1, nullptr}; ///< In order of position.
+    bool mHasStarts = false;                 ///< They are all that longer distances need.
+    int mDistance = 0;                       ///< Of the latest pass.
 
     // The steps' number and storage, taken in begin(), for the passes.
     int mStepCount = 0;

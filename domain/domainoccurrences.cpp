@@ -1,5 +1,7 @@
 #include "domain/domainoccurrences.h"
 
+#include <utility>
+
 namespace domain {
 
 bool Occurrences::begin(std::span<const int> trace) {
@@ -19,12 +21,13 @@ bool Occurrences::begin(std::span<const int> trace) {
 }
 
 int Occurrences::nextOpen(int position) const {
-    int at = mNext[position];
-    while (mOpen[at] != at) {
-        mOpen[at] = mOpen[mOpen[at]];
-        at = mOpen[at];
-    }
-    return at;
+    const int first = mNext[position];
+    int open = first;
+    while (mOpen[open] != open)
+        open = mOpen[open];
+    for (int at = first; mOpen[at] != open;)
+        at = std::exchange(mOpen[at], open);
+    return open;
 }
 
 void Occurrences::close(int position) {

@@ -10,7 +10,7 @@ namespace domain {
 
 /// For every position of a trace, where the same index next occurs at a position that was not
 /// closed yet. Positions are closed, never opened again, so skipping closed ones takes nearly
-/// constant time (disjoint sets with path halving).
+/// constant time (disjoint sets with path compression).
 class Occurrences {
 public:
     /// Prepares for `trace`, which is not kept; all positions are open. False when memory is
