@@ -5,7 +5,10 @@
 #include "domain/domaintrace.h"
 #include "fuzz/plain/plaincyclebuilder.h"
 
+#include <map>
 #include <memory>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace bench {
@@ -84,27 +87,99 @@ void measurePlain(benchmark::State& state, const std::vector<int>& events) {
     }
 }
 
+/// The plain search, but a find is looked up by the hash of its sequence.
+class HashedCycleBuilder : public PlainCycleBuilder {
+public:
+    using PlainCycleBuilder::PlainCycleBuilder;
+
+protected:
+    void merge(int branch, const std::vector<int>& sequence) override {
+        const auto [known, isNew] = mCounts[branch].try_emplace(sequence, 0);
+        if (!isNew)
+            ++known->second;
+    }
+
+private:
+    struct hash {
+        std::size_t operator()(const std::vector<int>& sequence) const {
+            const auto* bytes = reinterpret_cast<const char*>(sequence.data());
+            return std::hash<std::string_view>()({bytes, sequence.size() * sizeof(int)});
+        }
+    };
+
+    std::map<int, std::unordered_map<std::vector<int>, int, hash>> mCounts;
+};
+
+int distancesOf(const std::vector<int>& events) {
+    return static_cast<int>(events.size()) / 8;
+}
+
+/// All distances, without the time budget that ends the program's own run.
+void measureAllPasses(benchmark::State& state, const std::vector<int>& events) {
+    domain::Trace trace;
+    fill(trace, events);
+    std::unique_ptr<domain::Nest> nest;
+    for (auto _ : state) {
+        state.PauseTiming();
+        nest = std::make_unique<domain::Nest>();
+        reset(*nest);
+        domain::CycleBuilderIterative builder;
+        state.ResumeTiming();
+        if (!builder.begin(*nest, trace))
+            return state.SkipWithError("no memory");
+        for (int distance = 2; distance < distancesOf(events); ++distance)
+            builder.run(distance);
+    }
+}
+
+void measureAllPassesHashed(benchmark::State& state, const std::vector<int>& events) {
+    std::unique_ptr<HashedCycleBuilder> builder;
+    for (auto _ : state) {
+        state.PauseTiming();
+        builder.reset();
+        state.ResumeTiming();
+        builder = std::make_unique<HashedCycleBuilder>(events, std::set<int>());
+        for (int distance = 2; distance < distancesOf(events); ++distance)
+            builder->pass(distance);
+    }
+}
+
+std::string nameOf(Shape shape, int size) {
+    return std::string(bench::nameOf(shape)) + ", " + std::to_string(size) + " events";
+}
+
 void addTrace(Shape shape, int size) {
     const auto events = trace(shape, size, 1);
-    const std::string what =
-        "cycles: " + std::string(nameOf(shape)) + ", " + std::to_string(size) + " events";
+    const std::string what = "cycles: " + nameOf(shape, size);
     add(what, OURS, [events](benchmark::State& state) { measureOurs(state, events); });
     add(what, "ours, nest reused",
         [events](benchmark::State& state) { measureReused(state, events); });
-    const bool slow = shape == Shape::Hub && size >= 100'000; // ten seconds
+    const bool hub = shape == Shape::Hub && size >= 100'000; // ten seconds
     add(
         what, "plain", [events](benchmark::State& state) { measurePlain(state, events); },
-        slow ? Length::Long : Length::Short);
+        hub ? 20 : 0, hub ? Length::Long : Length::Short);
+}
+
+void addAllPasses(Shape shape, double target) {
+    const auto events = trace(shape, 100'000, 1);
+    const std::string what = "cycles, all passes: " + nameOf(shape, 100'000);
+    add(what, OURS, [events](benchmark::State& state) { measureAllPasses(state, events); });
+    add(
+        what, "plain, merged by hash",
+        [events](benchmark::State& state) { measureAllPassesHashed(state, events); }, target);
 }
 
 } // namespace
 
 void addCycleBuilding() {
     for (const Shape shape :
-         {Shape::Uniform, Shape::Skewed, Shape::Periodic, Shape::Hub, Shape::Alternating}) {
+         {Shape::Uniform, Shape::Skewed, Shape::Noisy, Shape::Hub, Shape::Alternating}) {
         for (const int size : {1'000, 10'000, 100'000})
             addTrace(shape, size);
     }
+    addAllPasses(Shape::Hub, 0);
+    for (const Shape shape : {Shape::Alternating, Shape::Periodic, Shape::Fibonacci})
+        addAllPasses(shape, 5);
 }
 
 } // namespace bench

@@ -39,7 +39,7 @@ public:
     void write() {
         mText = "[\n";
         unsigned seed = 1;
-        while (mFile.bytes + static_cast<qint64>(mText.size()) < mFile.kind.megabytes * MEGABYTE) {
+        while (!isLongEnough()) {
             addRecording(seed++);
             flush();
         }
@@ -51,6 +51,13 @@ public:
     }
 
 private:
+    bool isLongEnough() const {
+        const LogKind& kind = mFile.kind;
+        return kind.recordings > 0
+                   ? mFile.tally.recordings >= kind.recordings
+                   : mFile.bytes + static_cast<qint64>(mText.size()) >= kind.megabytes * MEGABYTE;
+    }
+
     void addRecording(unsigned seed) {
         mText += mFile.tally.recordings++ > 0 ? ",\n{" : "{";
         mTime = 0;
@@ -102,7 +109,15 @@ private:
 
 std::string nameOf(const LogKind& kind) {
     return std::string(nameOf(kind.shape)) + ", " + std::to_string(kind.recordingSize) +
-           " a recording, " + std::to_string(kind.megabytes) + " MB";
+           " a recording, " +
+           (kind.recordings > 0 ? std::to_string(kind.recordings) + " of them"
+                                : std::to_string(kind.megabytes) + " MB");
+}
+
+LogFile writeLog(const LogKind& kind, const std::string& path) {
+    LogFile file{kind, path, 0, {}};
+    Writer(file).write();
+    return file;
 }
 
 const LogFile& Logs::log(const LogKind& kind) {
@@ -110,11 +125,8 @@ const LogFile& Logs::log(const LogKind& kind) {
                                     [&](const LogFile& file) { return file.kind == kind; });
     if (known != mFiles.end())
         return *known;
-    LogFile& file = mFiles.emplace_back();
-    file.kind = kind;
-    file.path = mFolder.filePath(QString::number(mFiles.size())).toStdString();
-    Writer(file).write();
-    return file;
+    const QString path = mFolder.filePath(QString::number(mFiles.size()));
+    return mFiles.emplace_back(writeLog(kind, path.toStdString()));
 }
 
 } // namespace bench

@@ -22,13 +22,14 @@ struct Tally {
 /// `recordingSize` events.
 struct LogKind {
     Shape shape;
-    int recordingSize; ///< Presses and menu choices of a recording.
-    int megabytes;     ///< Millions of bytes, reached by the last recording.
+    int recordingSize;  ///< Presses and menu choices of a recording.
+    int megabytes;      ///< Millions of bytes, reached by the last recording.
+    int recordings = 0; ///< Their number, in the place of a size; 0 for none.
 
     bool operator==(const LogKind&) const = default;
 };
 
-/// As in "hub, 1000 a recording, 10 MB".
+/// As in "hub, 1000 a recording, 10 MB" and "hub, 1000 a recording, 50 of them".
 std::string nameOf(const LogKind& kind);
 
 struct LogFile {
@@ -37,6 +38,10 @@ struct LogFile {
     qint64 bytes = 0;
     Tally tally;
 };
+
+/// Writes a log of `kind` to `path`; the same kind gives the same bytes. Throws
+/// `std::runtime_error` when it cannot.
+LogFile writeLog(const LogKind& kind, const std::string& path);
 
 /// Writes generated logs to a temporary folder, which is removed with this object.
 class Logs {

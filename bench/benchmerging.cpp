@@ -105,7 +105,7 @@ void addMerge(const std::string& what, const Sequences& sequences, Length linear
         [sequences](benchmark::State& state) { measureRefilled(state, sequences); });
     add(
         what, "linear search",
-        [sequences](benchmark::State& state) { measureLinear(state, sequences); }, linear);
+        [sequences](benchmark::State& state) { measureLinear(state, sequences); }, 0, linear);
     add(what, "std::map", [sequences](benchmark::State& state) { measureMap(state, sequences); });
 }
 

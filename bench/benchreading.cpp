@@ -28,23 +28,49 @@ void measureReading(benchmark::State& state, const LogFile& log) {
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * log.bytes);
 }
 
+void addLoad(Logs& logs, const LogKind& kind, double target) {
+    const std::string what = "file to nest: " + nameOf(kind);
+    add(what, OURS, [&logs, kind](benchmark::State& state) {
+        measureReading<domain::Blackboard>(state, logs.log(kind));
+    });
+    add(
+        what, "without analysis",
+        [&logs, kind](benchmark::State& state) {
+            measureReading<domain::Analysis>(state, logs.log(kind));
+        },
+        target);
+}
+
+/// A load beside that of half as many recordings.
+void addGrowth(Logs& logs, int recordings) {
+    const LogKind whole{Shape::Sessions, 300, 0, recordings};
+    const LogKind half{Shape::Sessions, 300, 0, recordings / 2};
+    const std::string what = "growth: " + nameOf(whole);
+    for (const LogKind& kind : {whole, half}) {
+        add(
+            what, kind == whole ? OURS : std::to_string(half.recordings) + " of them",
+            [&logs, kind](benchmark::State& state) {
+                const LogFile& log = logs.log(kind);
+                measureReading<domain::Blackboard>(state, log);
+                state.counters.clear(); // the time counts, not the speed
+            },
+            1 / 2.2);
+    }
+}
+
 } // namespace
 
 void addReading(Logs& logs) {
     // Recordings are short enough for the time budget of their analysis to play no part.
+    addLoad(logs, {Shape::Sessions, 300, 0, 1000}, 0.5);
     const LogKind kinds[] = {{Shape::Sessions, 300, 1}, {Shape::Sessions, 300, 10},
                              {Shape::Sessions, 8, 10},  {Shape::Uniform, 1000, 10},
                              {Shape::Skewed, 1000, 10}, {Shape::Alternating, 1000, 10},
                              {Shape::Hub, 1000, 10}};
-    for (const LogKind& kind : kinds) {
-        const std::string what = "file to nest: " + nameOf(kind);
-        add(what, OURS, [&logs, kind](benchmark::State& state) {
-            measureReading<domain::Blackboard>(state, logs.log(kind));
-        });
-        add(what, "without analysis", [&logs, kind](benchmark::State& state) {
-            measureReading<domain::Analysis>(state, logs.log(kind));
-        });
-    }
+    for (const LogKind& kind : kinds)
+        addLoad(logs, kind, 0);
+    for (const int recordings : {2000, 4000, 8000})
+        addGrowth(logs, recordings);
 }
 
 } // namespace bench

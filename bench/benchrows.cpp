@@ -1,5 +1,6 @@
 #include "bench/benchrows.h"
 
+#include <map>
 #include <utility>
 
 namespace bench {
@@ -18,10 +19,21 @@ void releaseVectorRegisters() {
 #endif
 }
 
+std::string nameOf(const std::string& what, const std::string& contender) {
+    return what + "/" + contender;
+}
+
+std::map<std::string, double>& targets() {
+    static std::map<std::string, double> all;
+    return all;
+}
+
 } // namespace
 
-void add(const std::string& what, const std::string& contender, Measure measure, Length length) {
-    const std::string name = what + "/" + contender;
+void add(const std::string& what, const std::string& contender, Measure measure, double target,
+         Length length) {
+    const std::string name = nameOf(what, contender);
+    targets()[name] = target;
     auto* added = benchmark::RegisterBenchmark(
         name.c_str(), [measure = std::move(measure)](benchmark::State& state) {
             releaseVectorRegisters();
@@ -31,6 +43,10 @@ void add(const std::string& what, const std::string& contender, Measure measure,
         added->Iterations(1);
     else
         added->Repetitions(REPETITIONS)->ReportAggregatesOnly();
+}
+
+double targetOf(const std::string& what, const std::string& contender) {
+    return targets()[nameOf(what, contender)];
 }
 
 } // namespace bench

@@ -19,15 +19,23 @@ enum class Length {
     Long   ///< One run.
 };
 
+/// Name of the counter of a measurement of memory in bytes, in place of time.
+inline constexpr char BYTES[] = "bytes";
+
 /// Adds a measurement of what `contender` does to the table. Those of the same `what` follow each
-/// other, `OURS` first; `what` holds no slash.
-void add(const std::string& what, const std::string& contender, Measure measure,
+/// other, `OURS` first; `what` holds no slash. `target`: how many times as fast as this contender
+/// ours should be, or at most how many times its bytes ours may take; 0 for none.
+void add(const std::string& what, const std::string& contender, Measure measure, double target = 0,
          Length length = Length::Short);
+
+/// The target given to `add` with these names.
+double targetOf(const std::string& what, const std::string& contender);
 
 // The parts of the table. `logs` outlives the run.
 
 void addParsing(Logs& logs);
 void addReading(Logs& logs);
+void addMemory(Logs& logs);
 void addCycleBuilding();
 void addMerging();
 

@@ -10,7 +10,8 @@
 namespace bench {
 
 /// Collects the medians of a run and prints them as one table when it ends: a line for every
-/// contender but ours, ours beside it, and how many times as fast ours is, by processor time.
+/// contender but ours, ours beside it, how many times as fast ours is, by processor time, or how
+/// many times the memory it takes, and what that ratio should be.
 class Table : public benchmark::BenchmarkReporter {
 public:
     bool ReportContext(const Context&) override { return true; }
@@ -22,8 +23,9 @@ private:
     struct result {
         std::string what;
         std::string contender;
-        std::string figure; ///< A speed, a time, or why there is none.
-        double seconds = 0; ///< An iteration; 0 when there is no figure.
+        std::string figure;  ///< A speed, a time, a size, or why there is none.
+        double cost = 0;     ///< Seconds an iteration, or bytes; 0 when there is no figure.
+        bool memory = false; ///< The cost is bytes.
     };
 
     static result resultOf(const Run& run);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <numbers>
 #include <random>
 
 namespace bench {
@@ -36,16 +38,26 @@ int skewedKey(std::mt19937& rng) {
     return static_cast<int>(std::upper_bound(SUMS.begin(), SUMS.end(), at) - SUMS.begin());
 }
 
+/// By the golden ratio, which gives the letters of the word without making the word.
+int fibonacciKey(int position) {
+    const auto floors = [](int n) { return std::floor((n + 1) / std::numbers::phi); };
+    return floors(position + 1) > floors(position) ? 0 : 1;
+}
+
 int keyAt(Shape shape, int position, std::mt19937& rng) {
     switch (shape) {
     case Shape::Skewed:
         return skewedKey(rng);
-    case Shape::Periodic:
+    case Shape::Noisy:
         return below(16, rng) == 0 ? uniformKey(rng) : position % PERIOD;
+    case Shape::Periodic:
+        return position % PERIOD;
     case Shape::Hub:
         return position % 2 == 0 ? 0 : uniformKey(rng);
     case Shape::Alternating:
         return position % 2;
+    case Shape::Fibonacci:
+        return fibonacciKey(position);
     case Shape::Uniform:
     case Shape::Sessions:
         break;
@@ -90,12 +102,16 @@ const char* nameOf(Shape shape) {
         return "uniform";
     case Shape::Skewed:
         return "skewed";
+    case Shape::Noisy:
+        return "noisy";
     case Shape::Periodic:
         return "periodic";
     case Shape::Hub:
         return "hub";
     case Shape::Alternating:
         return "alternating";
+    case Shape::Fibonacci:
+        return "Fibonacci";
     case Shape::Sessions:
         return "sessions";
     }

@@ -8,9 +8,11 @@ namespace bench {
 enum class Shape {
     Uniform,     ///< Any key as likely as any other.
     Skewed,      ///< Zipf's law: the k-th key comes a k-th as often as the first.
-    Periodic,    ///< The same 24 keys over and over, one event in 16 replaced by a random one.
+    Noisy,       ///< The same 24 keys over and over, one event in 16 replaced by a random one.
+    Periodic,    ///< The same 24 keys over and over.
     Hub,         ///< Key 0 at every other event, random keys between.
     Alternating, ///< Two keys in turn.
+    Fibonacci,   ///< The Fibonacci word of two keys: repetitions of every length, never a period.
     Sessions     ///< Eight routines of 3 to 9 keys in random order, with stray events between them.
 };
 

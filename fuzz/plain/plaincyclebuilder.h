@@ -19,6 +19,8 @@ public:
         , mLengths(mTrace.size(), 1)
         , mMenus(std::move(menus)) {}
 
+    virtual ~PlainCycleBuilder() = default;
+
     /// All passes; the patterns of each branch in the order of their discovery.
     const std::map<int, std::vector<found>>& run() {
         int limit = static_cast<int>(mTrace.size()) / 8;
@@ -46,6 +48,18 @@ public:
                 return;
             i = i + length;
         }
+    }
+
+protected:
+    /// Merges a find into the patterns of its branch.
+    virtual void merge(int branch, const std::vector<int>& sequence) {
+        std::vector<found>& patterns = mFound[branch];
+        const auto known = std::find_if(patterns.begin(), patterns.end(),
+                                        [&](const found& f) { return f.sequence == sequence; });
+        if (known == patterns.end())
+            patterns.push_back({sequence, 0});
+        else
+            ++known->count;
     }
 
 private:
@@ -76,14 +90,7 @@ private:
     void store(int i, int j) {
         if (mMenus.count(indexAt(i)) > 0)
             return;
-        const std::vector<int> sequence(mTrace.begin() + i, mTrace.begin() + j + 1);
-        std::vector<found>& patterns = mFound[indexAt(i)];
-        const auto known = std::find_if(patterns.begin(), patterns.end(),
-                                        [&](const found& f) { return f.sequence == sequence; });
-        if (known == patterns.end())
-            patterns.push_back({sequence, 0});
-        else
-            ++known->count;
+        merge(indexAt(i), {mTrace.begin() + i, mTrace.begin() + j + 1});
     }
 
     std::vector<int> mTrace;

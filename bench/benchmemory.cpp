@@ -1,0 +1,76 @@
+#include "bench/benchmemory.h"
+
+#include "bench/benchlogs.h"
+#include "bench/benchrows.h"
+#include "domain/domainblackboard.h"
+#include "domain/domainnest.h"
+#include "domain/domainnestreader.h"
+#include "json/jsonparser.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QProcess>
+
+#include <cstdio>
+#include <fstream>
+
+namespace bench {
+
+namespace {
+
+/// The largest resident size so far. Not from getrusage, which takes over the parent's.
+long peakKilobytes() {
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    long peak = 0;
+    while (status >> word && word != "VmHWM:") {
+    }
+    status >> peak;
+    return peak;
+}
+
+void measureLoad(benchmark::State& state, const LogFile& log) {
+    for (auto _ : state) {
+        QProcess process;
+        process.start(QCoreApplication::applicationFilePath(),
+                      {QStringLiteral("--load"), QString::fromStdString(log.path)});
+        process.waitForFinished(-1);
+        const double kilobytes = process.readAllStandardOutput().toDouble();
+        if (kilobytes <= 0)
+            state.SkipWithError("does not load");
+        state.counters[BYTES] = kilobytes * 1024;
+    }
+}
+
+void measureSize(benchmark::State& state, const LogFile& log) {
+    for (auto _ : state)
+        state.counters[BYTES] = static_cast<double>(log.bytes);
+}
+
+} // namespace
+
+int loadAndReport(const std::string& path) {
+    QFile file(QString::fromStdString(path));
+    domain::Blackboard analysis;
+    domain::NestReader reader(analysis);
+    domain::Nest nest;
+    reader.begin(nest);
+    if (!file.open(QIODevice::ReadOnly) || !json::Parser().parse(&file, &reader))
+        return 1;
+    std::printf("%ld\n", peakKilobytes());
+    return 0;
+}
+
+void addMemory(Logs& logs) {
+    const LogKind kinds[] = {{Shape::Sessions, 300, 100}, {Shape::Skewed, 1000, 100}};
+    for (const LogKind& kind : kinds) {
+        const std::string what = "peak memory of a load: " + nameOf(kind);
+        add(what, OURS,
+            [&logs, kind](benchmark::State& state) { measureLoad(state, logs.log(kind)); });
+        add(
+            what, "the file's size",
+            [&logs, kind](benchmark::State& state) { measureSize(state, logs.log(kind)); }, 4);
+    }
+}
+
+} // namespace bench
