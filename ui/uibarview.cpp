@@ -1,5 +1,6 @@
 #include "ui/uibarview.h"
 
+#include "ui/uibaraccessible.h"
 #include "ui/uilook.h"
 #include "ui/uizonebuilder.h"
 
@@ -28,6 +29,7 @@ void BarView::Zone::clear() {
     mFlags = 0;
     mImage = -1;
     mDisabledImage = -1;
+    mName = QString();
 }
 
 void BarView::Zone::drawOn(QPainter& painter, const Look& look) {
@@ -49,6 +51,7 @@ BarView::BarView(const Look& look, QWidget* parent)
     : QWidget(parent)
     , mLook(look)
     , mZones(FACTORY) {
+    install_bar_accessible();
     const float height =
         look.mMargin + (look.mVPadding + ((look.mMargin + look.mVPadding) + look.mFontHeight));
     setMaximumHeight(static_cast<int>(height));
@@ -87,6 +90,7 @@ void BarView::setEnabled(int id, bool enabled) {
         return;
     zone->mEnabled = enabled;
     update();
+    announce_enabled(*this, *zone);
 }
 
 void BarView::setLabel(int id, const QString& text) {
@@ -95,6 +99,7 @@ void BarView::setLabel(int id, const QString& text) {
         return;
     zone->mLabel = text;
     update();
+    announce_label(*this, *zone);
 }
 
 float BarView::preferredWidth(const Zone& zone) const {

@@ -40,7 +40,7 @@ class BarView : public QWidget {
 public:
     /// A place in the bar, of use with the bar that made it only.
     struct Zone {
-        /// Makes the zone one without id, label, flags and images.
+        /// Makes the zone one without id, label, flags, images and name.
         void clear();
 
         /// Draws the image for the zone's state, or else the label.
@@ -53,6 +53,7 @@ public:
         int mDisabledImage = -1;
         bool mEnabled = true;
         QRectF mRect;
+        QString mName; // of a button, never drawn: for those who can't see its image
     };
 
     class Factory : public ClearingFactory<Zone> {
@@ -78,6 +79,9 @@ public:
 
     /// The first zone that contains the point, null when there is none.
     Zone* zoneAt(const QPointF& point);
+
+    /// All zones, in the order in which they were added.
+    const ManagedList<Zone*>& zones() const { return mZones; }
 
     /// Both do nothing for an unknown id, and repaint only on a change.
     void setEnabled(int id, bool enabled);

@@ -9,7 +9,8 @@ namespace ui {
 LeafBar::LeafBar(const Look& look, Shared& shared)
     : BarView(look, nullptr)
     , mShared(shared) {
-    add_step_zones(*this);
+    setAccessibleName(tr("Leaf in focus"));
+    add_step_zones(*this, tr("Previous leaf"), tr("Next leaf"));
     setFlags(BOTTOM_SHADOW);
 }
 

@@ -2,6 +2,7 @@
 
 #include "ui/uilook.h"
 #include "ui/uishared.h"
+#include "ui/uiviewaccessible.h"
 
 #include <QDropEvent>
 #include <QMimeData>
@@ -32,6 +33,7 @@ LeafView::LeafView(const Look& look, Shared& shared, QWidget* parent)
     , mLook(look)
     , mShared(shared)
     , mLeafPainter(look, shared) {
+    install_view_accessible();
     setAcceptDrops(true);
 }
 
@@ -51,6 +53,7 @@ void LeafView::onModelChanged() {
 
 void LeafView::selectionChanged(quint64 /*mask*/) {
     update();
+    announce_view(*this);
 }
 
 /// What the press selects repaints, if it changes the selection; there is no band to be seen yet.

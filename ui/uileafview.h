@@ -29,6 +29,8 @@ public:
     /// No minimum.
     QSize minimumSizeHint() const override;
 
+    const Shared& shared() const { return mShared; }
+
     /// To be called after a rebuild of the leaves. Does not repaint by itself.
     void onModelChanged();
 

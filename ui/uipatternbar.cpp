@@ -9,7 +9,8 @@ namespace ui {
 PatternBar::PatternBar(const Look& look, Shared& shared)
     : BarView(look, nullptr)
     , mShared(shared) {
-    add_step_zones(*this);
+    setAccessibleName(tr("Selected pattern"));
+    add_step_zones(*this, tr("Previous pattern"), tr("Next pattern"));
     setFlags(TOP_SHADOW | BOTTOM_SHADOW);
 }
 

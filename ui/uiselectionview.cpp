@@ -4,8 +4,10 @@
 #include "domain/domainpattern.h"
 #include "ui/uilook.h"
 #include "ui/uishared.h"
+#include "ui/uiviewaccessible.h"
 
 #include <QPainter>
+#include <QStringList>
 
 namespace ui {
 
@@ -22,7 +24,9 @@ SelectionView::SelectionView(const Look& look, Shared& shared, QWidget* parent)
     : QWidget(parent)
     , mLook(look)
     , mShared(shared)
-    , mTopGap(look.mVPadding) {}
+    , mTopGap(look.mVPadding) {
+    install_view_accessible();
+}
 
 QSize SelectionView::sizeHint() const {
     return {190, 0};
@@ -32,8 +36,17 @@ QSize SelectionView::minimumSizeHint() const {
     return {20, 0};
 }
 
+QString SelectionView::text() const {
+    const domain::Pattern* pattern = mShared.selectedPattern();
+    QStringList rows;
+    for (int i = 0; pattern && i < pattern->mSequence.size(); ++i)
+        rows.append(rowText(pattern->mSequence[i]));
+    return rows.join(u'\n');
+}
+
 void SelectionView::selectionChanged(quint64 /*mask*/) {
     update();
+    announce_view(*this);
 }
 
 void SelectionView::mousePressEvent(QMouseEvent* /*event*/) {}
@@ -51,6 +64,11 @@ void SelectionView::paintEvent(QPaintEvent* /*event*/) {
 
 void SelectionView::resizeEvent(QResizeEvent* /*event*/) {}
 
+QString SelectionView::rowText(int index) const {
+    const domain::Branch* branch = mShared.mLeaves.branchAt(index);
+    return branch ? branch->mKey : ERR_STR;
+}
+
 void SelectionView::drawPatternTrace(QPainter& painter, const domain::Pattern& pattern) {
     const float x = mLook.mMargin + mLook.mHPadding;
     float top = mLook.mMargin + mTopGap;
@@ -58,8 +76,7 @@ void SelectionView::drawPatternTrace(QPainter& painter, const domain::Pattern& p
     painter.setBrush(Qt::NoBrush);
     // A pattern may have thousands of rows; those below the end would paint nothing.
     for (int i = 0; i < pattern.mSequence.size() && top < static_cast<float>(height()); ++i) {
-        const domain::Branch* branch = mShared.mLeaves.branchAt(pattern.mSequence[i]);
-        painter.drawText(QPointF(x, top + mLook.mFontAscent), branch ? branch->mKey : ERR_STR);
+        painter.drawText(QPointF(x, top + mLook.mFontAscent), rowText(pattern.mSequence[i]));
         top += ROW_GAP + mLook.mFontHeight;
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QWidget>
 
 namespace domain {
@@ -23,6 +24,9 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
+    /// The keys of the selected pattern, a line each; empty without one.
+    QString text() const;
+
 public Q_SLOTS:
     void selectionChanged(quint64 mask);
 
@@ -34,6 +38,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    QString rowText(int index) const;
     void drawPatternTrace(QPainter& painter, const domain::Pattern& pattern);
 
     const Look& mLook;

@@ -10,10 +10,10 @@ constexpr int LABEL = 1;
 
 } // namespace
 
-void add_step_zones(BarView& bar) {
+void add_step_zones(BarView& bar, const QString& previous, const QString& next) {
     bar.addZone(LabelBuilder(LABEL, QString(), FOLLOW_LEFT | FOLLOW_RIGHT));
-    bar.addZone(ButtonBuilder(BAR_PRV, FOLLOW_RIGHT));
-    bar.addZone(ButtonBuilder(BAR_NXT, FOLLOW_RIGHT));
+    bar.addZone(ButtonBuilder(BAR_PRV, FOLLOW_RIGHT, previous));
+    bar.addZone(ButtonBuilder(BAR_NXT, FOLLOW_RIGHT, next));
     show_steps(bar, QString(), false, false);
 }
 

@@ -5,8 +5,8 @@
 namespace ui {
 
 /// Gives a bar the zones of stepping: a label that takes the room there is and, at the right end,
-/// the buttons `BAR_PRV` and `BAR_NXT`, both disabled.
-void add_step_zones(BarView& bar);
+/// the buttons `BAR_PRV` and `BAR_NXT`, both disabled; `previous` and `next` name them.
+void add_step_zones(BarView& bar, const QString& previous, const QString& next);
 
 /// Shows `label` and which of the two directions still leads somewhere.
 void show_steps(BarView& bar, const QString& label, bool previous, bool next);

@@ -57,7 +57,7 @@ void Win::loadFinished() {
         return;
     cache(mNest);
     mLeafView->onModelChanged();
-    refreshBars();
+    refreshViews();
     update();
     QSettings().setValue(LAST_FILE_SZ, url);
 }
@@ -146,9 +146,11 @@ void Win::cache(const domain::Nest& nest) {
 }
 
 /// The selection is the same, but what it names is not.
-void Win::refreshBars() {
+void Win::refreshViews() {
     for (BarView* bar : findChildren<BarView*>())
         bar->selectionChanged(LEAF_SEL | PATTERN_SEL);
+    mSelectionView->selectionChanged(LEAF_SEL | PATTERN_SEL);
+    mLeafView->selectionChanged(LEAF_SEL | PATTERN_SEL);
 }
 
 } // namespace ui

@@ -42,7 +42,7 @@ private:
     void createMenuBar();
     void restoreLastFile();
     void cache(const domain::Nest& nest);
-    void refreshBars();
+    void refreshViews();
 
     Look mLook;
     domain::Nest mNest; ///< What the leaves point into; changed right before they are rebuilt.

@@ -2,13 +2,15 @@
 
 namespace ui {
 
-ButtonBuilder::ButtonBuilder(int id, int flags)
+ButtonBuilder::ButtonBuilder(int id, int flags, const QString& name)
     : mId(id)
-    , mFlags(flags) {}
+    , mFlags(flags)
+    , mName(name) {}
 
 bool ButtonBuilder::build(BarView::Zone& zone, const Look& /*look*/) const {
     zone.mId = mId;
     zone.mFlags = mFlags;
+    zone.mName = mName;
     if (mId == BAR_PRV) {
         zone.mImage = 0;
         zone.mDisabledImage = 1;

@@ -16,16 +16,18 @@ public:
 };
 
 /// An image button. Its images follow from the id, `BAR_PRV` or `BAR_NXT`; with any other id it
-/// has none and takes no room. Whether it is enabled is left to the bar's owner.
+/// has none and takes no room. Its name is what a screen reader says. Whether it is enabled is left
+/// to the bar's owner.
 class ButtonBuilder : public ZoneBuilder {
 public:
-    ButtonBuilder(int id, int flags);
+    ButtonBuilder(int id, int flags, const QString& name = QString());
 
     bool build(BarView::Zone& zone, const Look& look) const override;
 
 private:
     int mId;
     int mFlags;
+    QString mName;
 };
 
 /// An enabled text.
