@@ -6,14 +6,28 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QTransform>
 
 #include <algorithm>
+#include <cmath>
 #include <exception>
 #include <utility>
 
 namespace {
 
 const ui::BarView::Factory FACTORY(false);
+
+/// Draws the image at `place`, moved to whole pixels of the device and not scaled where it has as
+/// many as the place, to less than one: else it would be blurred. One that was made for a denser
+/// screen is scaled down.
+void drawSharp(QPainter& painter, const QPointF& place, const QPixmap& image) {
+    const QTransform toDevice = painter.deviceTransform();
+    const QRectF pixels = toDevice.mapRect(QRectF(place, image.deviceIndependentSize()));
+    const bool fits = std::fabs(pixels.width() - image.width()) < 1;
+    const QRect whole(pixels.topLeft().toPoint(), fits ? image.size() : pixels.size().toSize());
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(toDevice.inverted().mapRect(QRectF(whole)), image, image.rect());
+}
 
 } // namespace
 
@@ -35,7 +49,7 @@ void BarView::Zone::clear() {
 void BarView::Zone::drawOn(QPainter& painter, const Look& look) {
     if (const QPixmap* image = look.buttonImage(mEnabled ? mImage : mDisabledImage)) {
         const double top = look.mMargin + mRect.y() + look.mVPadding;
-        painter.drawPixmap(QPointF(mRect.x(), top), *image);
+        drawSharp(painter, QPointF(mRect.x(), top), *image);
     } else if (!mLabel.isEmpty()) {
         const double below = look.mMargin + look.mVPadding + look.mFontDescent;
         painter.setPen(look.mText);
@@ -140,8 +154,6 @@ void BarView::paintEvent(QPaintEvent* /*event*/) {
     if (mNeedsLayout)
         layout();
     QPainter painter(this);
-    // A screen less dense than the button images scales them down.
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
     for (auto zone = mZones.begin(); zone.hasValue(); ++zone)
         (*zone)->drawOn(painter, mLook);
     if (mFlags & TOP_SHADOW)

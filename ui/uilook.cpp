@@ -23,13 +23,13 @@ void setupBrush(QBrush& brush, const QColor& colour) {
 }
 
 /// The image fits a square of `size`, `disabled` fills it. Both are made of the pixels of the
-/// densest screen; where the ratio is no whole number they end within the last pixel of the square.
+/// densest screen. Where its ratio does not make whole pixels of the square, the images have the
+/// nearest number and a ratio of their own, so that bars are laid out alike on every screen.
 void newButton(int size, const char* resource, QPixmap& image, QPixmap& disabled) {
     const QPixmap loaded((QString(QLatin1String(resource))));
     if (loaded.isNull())
         return;
-    const qreal ratio = qApp->devicePixelRatio();
-    const int pixels = static_cast<int>(size * ratio);
+    const int pixels = qRound(size * qApp->devicePixelRatio());
     image = loaded.scaled(QSize(pixels, pixels), Qt::KeepAspectRatio, Qt::SmoothTransformation);
     if (image.isNull())
         return;
@@ -40,6 +40,7 @@ void newButton(int size, const char* resource, QPixmap& image, QPixmap& disabled
         painter.setOpacity(DISABLED_OPACITY);
         painter.drawPixmap(QPointF(0, 0), image);
     }
+    const qreal ratio = static_cast<qreal>(pixels) / size;
     image.setDevicePixelRatio(ratio);
     disabled.setDevicePixelRatio(ratio);
 }

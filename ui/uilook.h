@@ -21,8 +21,8 @@ public:
     /// Sets the colours, brushes and paddings; `init` adds what needs a font and a screen.
     Look();
 
-    /// Takes the metrics of the application's font, makes the button images as high as the font
-    /// and sharp on the densest screen, and sets the alphas of the shadows. An image that cannot
+    /// Takes the metrics of the application's font, makes the button images as high as the font, of
+    /// the densest screen's pixels, and sets the alphas of the shadows. An image that cannot
     /// be loaded stays null, and its button takes no room. Always true.
     bool init(const QFontMetrics& metrics);
 

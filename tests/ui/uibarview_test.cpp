@@ -10,6 +10,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <iterator>
 #include <new>
 
 namespace {
@@ -58,13 +60,15 @@ public:
         return look;
     }
 
-    QImage painted(int ratio) {
-        QImage image(mBar.size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    static QImage painted(BarView& bar, qreal ratio) {
+        QImage image((QSizeF(bar.size()) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
         image.setDevicePixelRatio(ratio);
         image.fill(Qt::transparent);
-        mBar.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
+        bar.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
         return image;
     }
+
+    QImage painted(int ratio) { return painted(mBar, ratio); }
 
     const Look mLook = lookOfFourteenPixels();
     testing::StrictMock<Bar> mBar{mLook, nullptr};
@@ -114,6 +118,30 @@ TEST_F(BarViewTest, ImagesOfTheirStateAreDrawnPixelByPixel) {
                                                                            : QColor(0, 0, 0, 0);
                 ASSERT_EQ(image.pixelColor(x, y), colour) << x << ", " << y << " @" << ratio;
             }
+    }
+}
+
+/// 14 pixels make 17.5 of the screen.
+TEST_F(BarViewTest, ImagesAreSharpWhereTheRatioMakesNoWholePixels) {
+    const QColor board[] = {Qt::black, Qt::white};
+    QImage squares(18, 18, QImage::Format_ARGB32_Premultiplied);
+    for (int i = 0; i < 18 * 18; ++i)
+        squares.setPixelColor(i % 18, i / 18, board[(i / 18 + i) % 2]);
+    Look look = lookOfFourteenPixels();
+    look.mButtonImages[0] = QPixmap::fromImage(squares);
+    look.mButtonImages[0].setDevicePixelRatio(18 / 14.0);
+    Bar bar(look, nullptr);
+    bar.addZone(ButtonBuilder(BAR_PRV, FOLLOW_RIGHT));
+    for (const int width : {100, 101, 102, 103}) { // the place is a quarter of a pixel further
+        bar.resize(width, 26);
+        const QImage image = painted(bar, 1.25);
+        int counts[] = {0, 0, 0}; // black, white, a mixture
+        for (int i = 0; i < image.width() * image.height(); ++i) {
+            const QColor colour = image.pixelColor(i % image.width(), i / image.width());
+            if (colour.alpha() > 0)
+                ++counts[std::find(std::begin(board), std::end(board), colour) - board];
+        }
+        EXPECT_THAT(counts, testing::ElementsAre(162, 162, 0)) << width;
     }
 }
 

@@ -29,7 +29,7 @@ TEST(Look, ButtonImagesFillTheFontHeightWithPixelsOfTheScreen) {
     const int height = QFontMetrics(QApplication::font()).height();
     for (const QPixmap& image : look.mButtonImages) {
         EXPECT_EQ(image.deviceIndependentSize(), QSizeF(height, height));
-        EXPECT_EQ(image.width(), height * qApp->devicePixelRatio());
+        EXPECT_EQ(image.width(), qRound(height * qApp->devicePixelRatio()));
     }
     EXPECT_EQ(look.buttonImage(3), &look.mButtonImages[3]);
     EXPECT_FALSE(look.buttonImage(-1) || look.buttonImage(4));
@@ -60,8 +60,8 @@ TEST(Look, ShadowsBlendEachRowOnceAtItsAlpha) {
     const ui::Look look = initializedLook();
     const QRect rect(3, 5, 40, 20);
     const int fromBottom[20] = {40, 30, 22, 16, 12, 9, 7, 5, 4, 3, 0, 0, 0, 0, 0, 0, 0, 0, 0, 10};
-    for (const int ratio : {1, 2}) {
-        QImage image(QSize(50, 30) * ratio, QImage::Format_ARGB32_Premultiplied);
+    for (const qreal ratio : {1.0, 1.5, 2.0}) {
+        QImage image((QSizeF(50, 30) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
         image.setDevicePixelRatio(ratio);
         image.fill(Qt::transparent);
         QPainter painter(&image);
@@ -70,7 +70,9 @@ TEST(Look, ShadowsBlendEachRowOnceAtItsAlpha) {
         painter.end();
         for (int y = 0; y < image.height(); ++y)
             for (int x = 0; x < image.width(); ++x) {
-                const QPoint at(x / ratio, y / ratio);
+                // An edge in the middle of a pixel leaves the pixel to what is before it.
+                const QPoint at(static_cast<int>((x + 0.49) / ratio),
+                                static_cast<int>((y + 0.49) / ratio));
                 const int alpha = rect.contains(at) ? fromBottom[rect.bottom() - at.y()] : 0;
                 ASSERT_EQ(qAlpha(image.pixel(x, y)), alpha) << x << ", " << y << " @" << ratio;
             }
