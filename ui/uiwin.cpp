@@ -27,9 +27,13 @@ namespace {
 
 const QString LAST_FILE_SZ = QStringLiteral("last-file");
 
-const QString CHOSEN_ITEM =
-    QStringLiteral("QMenu::item:selected { background-color: palette(highlight); color: "
-                   "palette(highlighted-text); }");
+/// The window's white goes through to everything in its menus and dialogs; without these the chosen
+/// item, the frame of a menu and the handle of a scroll bar would be white too.
+const QString VISIBLE_PARTS =
+    QStringLiteral("QMenu { border: 1px solid palette(mid); }"
+                   "QMenu::item:selected, QComboBox::item:selected"
+                   "{ background-color: palette(highlight); color: palette(highlighted-text); }"
+                   "QScrollBar::handle { background-color: palette(mid); }");
 
 } // namespace
 
@@ -39,6 +43,7 @@ Win::Win(QWidget* parent)
     mLook.init(QFontMetrics(QApplication::font()));
     // The style sheets below make every background light, whatever the desktop's palette.
     QApplication::setPalette(mLook.palette());
+    qApp->setStyleSheet(VISIBLE_PARTS);
     createViews();
     setWindowTitle(tr("Quillon"));
     createMenuBar();
@@ -115,8 +120,6 @@ QWidget* Win::newSidePanel() {
 }
 
 void Win::createMenuBar() {
-    // Under the window's style sheet the chosen item would be white on white.
-    menuBar()->setStyleSheet(CHOSEN_ITEM);
     QMenu* file = menuBar()->addMenu(tr("&File"));
     auto* open = new QAction(tr("&Open"), this);
     open->setShortcuts(QKeySequence::Open);

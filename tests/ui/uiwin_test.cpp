@@ -3,10 +3,13 @@
 #include "ui/uiselectionview.h"
 #include "ui/uiwin.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDropEvent>
 #include <QFile>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -16,6 +19,8 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -195,18 +200,44 @@ TEST_F(WinTest, AnswersTheOpenKeyAndItsMenusHaveMnemonics) {
     EXPECT_EQ(byRank->statusTip(), QStringLiteral("Select all based on highest rank"));
 }
 
+/// How far the darkest and the lightest pixel of a part of `widget` are from each other, of 255.
+int contrast(QWidget& widget, const QRect& part) {
+    const QImage image = widget.grab(part).toImage();
+    int darkest = 255, lightest = 0;
+    for (int i = 0; i < image.width() * image.height(); ++i) {
+        const int grey = qGray(image.pixel(i % image.width(), i / image.width()));
+        darkest = std::min(darkest, grey);
+        lightest = std::max(lightest, grey);
+    }
+    return lightest - darkest;
+}
+
 TEST_F(WinTest, StaysReadableOnADarkDesktop) {
     const QPalette before = QApplication::palette();
     QApplication::setPalette(QPalette(QColor(40, 40, 40), QColor(20, 20, 20)));
     ui::Win window(nullptr);
-    const QImage menu = window.menuBar()->grab().toImage();
-    int dark = 0;
-    for (int y = 0; y < menu.height(); ++y) {
-        for (int x = 0; x < menu.width(); ++x)
-            dark += qGray(menu.pixel(x, y)) < 100 ? 1 : 0;
-    }
-    EXPECT_GT(dark, 20); // the menus' names
-    EXPECT_LT(dark, menu.width() * menu.height() / 10);
+    const auto read = [](QWidget& widget, const QRect& part) {
+        // Leaves out the frame around a chosen item.
+        return contrast(widget, part.adjusted(3, 3, -3, -3));
+    };
+    EXPECT_GT(read(*window.menuBar(), window.menuBar()->rect()), 200);
+
+    QMenu menu(&window);
+    QAction* plain = menu.addAction(QStringLiteral("HHHH"));
+    QAction* disabled = menu.addAction(QStringLiteral("HHHH"));
+    disabled->setEnabled(false);
+    QAction* chosen = menu.addAction(QStringLiteral("HHHH"));
+    menu.setActiveAction(chosen);
+    EXPECT_GT(read(menu, menu.actionGeometry(plain)), 200);
+    EXPECT_GT(read(menu, menu.actionGeometry(disabled)), 100);
+    EXPECT_GT(read(menu, menu.actionGeometry(chosen)), 100);
+
+    QComboBox box(&window); // as in the open dialog
+    box.addItems({QStringLiteral("HHHH"), QStringLiteral("HHHH")});
+    box.showPopup();
+    QWidget& items = *box.view()->viewport();
+    for (int row = 0; row < 2; ++row)
+        EXPECT_GT(read(items, box.view()->visualRect(box.model()->index(row, 0))), 100) << row;
     QApplication::setPalette(before);
 }
 
