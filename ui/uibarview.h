@@ -17,7 +17,7 @@ class ZoneBuilder;
 inline constexpr int FOLLOW_LEFT = 1;
 inline constexpr int FOLLOW_RIGHT = 2;
 
-/// Ids of the buttons that step back and forward.
+/// Ids of the buttons that step back and forward. Those of other zones are their bar's own choice.
 inline constexpr int BAR_PRV = -2;
 inline constexpr int BAR_NXT = -3;
 
@@ -49,7 +49,7 @@ public:
         int mId = -1;
         QString mLabel;
         int mFlags = 0;
-        int mImage = -1; // indices of the look's button images
+        int mImage = -1; // `Look::PREVIOUS_IMAGE` and its like
         int mDisabledImage = -1;
         bool mEnabled = true;
         QRectF mRect;

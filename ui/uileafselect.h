@@ -7,7 +7,7 @@ namespace ui {
 
 class Shared;
 
-/// A leaf as the rank order sees it.
+/// A leaf as the rank order sees it. What is selected is a `LeafSelection`.
 struct leaf_select {
     leaf_select() = default;
 

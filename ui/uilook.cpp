@@ -81,8 +81,10 @@ bool Look::init(const QFontMetrics& metrics) {
     mFontHeight = static_cast<float>(metrics.height());
     mFontAscent = static_cast<float>(metrics.ascent());
     mFontDescent = static_cast<float>(metrics.descent());
-    newButton(metrics.height(), ":/prv.png", mButtonImages[0], mButtonImages[1]);
-    newButton(metrics.height(), ":/nxt.png", mButtonImages[2], mButtonImages[3]);
+    newButton(metrics.height(), ":/prv.png", mButtonImages[PREVIOUS_IMAGE],
+              mButtonImages[PREVIOUS_DISABLED_IMAGE]);
+    newButton(metrics.height(), ":/nxt.png", mButtonImages[NEXT_IMAGE],
+              mButtonImages[NEXT_DISABLED_IMAGE]);
     mBottomShadowAlpha[0] = 40;
     float alpha = 30;
     for (int i = 1; i < BOTTOM_SHADOW_ROWS; ++i, alpha *= 0.75F)

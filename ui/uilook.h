@@ -42,6 +42,11 @@ public:
     /// Draws ten lines along the lowest rows of `rect`, fading upward.
     void drawBottomShadow(QPainter& painter, const QRect& rect) const;
 
+    // Indices of mButtonImages.
+    static constexpr int PREVIOUS_IMAGE = 0;
+    static constexpr int PREVIOUS_DISABLED_IMAGE = 1;
+    static constexpr int NEXT_IMAGE = 2;
+    static constexpr int NEXT_DISABLED_IMAGE = 3;
     static constexpr int BUTTON_IMAGES = 4;
     static constexpr int BOTTOM_SHADOW_ROWS = 10;
 
@@ -67,7 +72,7 @@ public:
     float mFontAscent = 0;
     float mFontDescent = 0;
     float mLeafRadius;
-    QPixmap mButtonImages[BUTTON_IMAGES]; // previous, previous disabled, next, next disabled
+    QPixmap mButtonImages[BUTTON_IMAGES];
     int mTopShadowAlpha = 0;
     int mBottomShadowAlpha[BOTTOM_SHADOW_ROWS] = {}; // from the bottom edge upward
 };

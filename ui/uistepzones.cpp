@@ -4,21 +4,15 @@
 
 namespace ui {
 
-namespace {
-
-constexpr int LABEL = 1;
-
-} // namespace
-
 void add_step_zones(BarView& bar, const QString& previous, const QString& next) {
-    bar.addZone(LabelBuilder(LABEL, QString(), FOLLOW_LEFT | FOLLOW_RIGHT));
+    bar.addZone(LabelBuilder(STEP_LABEL, QString(), FOLLOW_LEFT | FOLLOW_RIGHT));
     bar.addZone(ButtonBuilder(BAR_PRV, FOLLOW_RIGHT, previous));
     bar.addZone(ButtonBuilder(BAR_NXT, FOLLOW_RIGHT, next));
     show_steps(bar, QString(), false, false);
 }
 
 void show_steps(BarView& bar, const QString& label, bool previous, bool next) {
-    bar.setLabel(LABEL, label);
+    bar.setLabel(STEP_LABEL, label);
     bar.setEnabled(BAR_PRV, previous);
     bar.setEnabled(BAR_NXT, next);
 }

@@ -4,8 +4,12 @@
 
 namespace ui {
 
-/// Gives a bar the zones of stepping: a label that takes the room there is and, at the right end,
-/// the buttons `BAR_PRV` and `BAR_NXT`, both disabled; `previous` and `next` name them.
+/// The id of the label.
+inline constexpr int STEP_LABEL = 1;
+
+/// Gives a bar the zones of stepping: the label `STEP_LABEL` that takes the room there is and, at
+/// the right end, the buttons `BAR_PRV` and `BAR_NXT`, both disabled; `previous` and `next` name
+/// them.
 void add_step_zones(BarView& bar, const QString& previous, const QString& next);
 
 /// Shows `label` and which of the two directions still leads somewhere.

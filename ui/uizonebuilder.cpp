@@ -1,5 +1,7 @@
 #include "ui/uizonebuilder.h"
 
+#include "ui/uilook.h"
+
 namespace ui {
 
 ButtonBuilder::ButtonBuilder(int id, int flags, const QString& name)
@@ -12,11 +14,11 @@ bool ButtonBuilder::build(BarView::Zone& zone, const Look& /*look*/) const {
     zone.mFlags = mFlags;
     zone.mName = mName;
     if (mId == BAR_PRV) {
-        zone.mImage = 0;
-        zone.mDisabledImage = 1;
+        zone.mImage = Look::PREVIOUS_IMAGE;
+        zone.mDisabledImage = Look::PREVIOUS_DISABLED_IMAGE;
     } else if (mId == BAR_NXT) {
-        zone.mImage = 2;
-        zone.mDisabledImage = 3;
+        zone.mImage = Look::NEXT_IMAGE;
+        zone.mDisabledImage = Look::NEXT_DISABLED_IMAGE;
     }
     return true;
 }

@@ -1,6 +1,7 @@
 #include "ui/uibarview.h"
 #include "ui/uileafview.h"
 #include "ui/uiselectionview.h"
+#include "ui/uistepzones.h"
 #include "ui/uiwin.h"
 
 #include <QAbstractItemView>
@@ -77,7 +78,7 @@ protected:
     static std::string labels(const ui::Win& window) {
         std::string text;
         for (ui::BarView* bar : window.findChildren<ui::BarView*>())
-            text += bar->zoneAt(1)->mLabel.toStdString() + "|";
+            text += bar->zoneAt(ui::STEP_LABEL)->mLabel.toStdString() + "|";
         return text;
     }
 

@@ -5,6 +5,7 @@
 #include "ui/uipatternbar.h"
 #include "ui/uiselectionview.h"
 #include "ui/uishared.h"
+#include "ui/uistepzones.h"
 
 #include <QApplication>
 #include <QFontMetrics>
@@ -15,8 +16,8 @@
 
 namespace {
 
-/// Four leaves: a with patterns of counts 0, 10 and 7, b with one of count 2, c with none, d with
-/// one that names a leaf that is not there.
+/// The bars and the selection view over four leaves: a with patterns of counts 0, 10 and 7, b with
+/// one of count 2, c with none, d with one that names a leaf that is not there.
 class Steps : public testing::Test {
 protected:
     Steps() {
@@ -50,7 +51,7 @@ protected:
     /// As in "< 2/3 b >": the label between the buttons that are enabled.
     static std::string shown(ui::BarView& bar) {
         return (bar.zoneAt(ui::BAR_PRV)->mEnabled ? "< " : "") +
-               bar.zoneAt(1)->mLabel.toStdString() +
+               bar.zoneAt(ui::STEP_LABEL)->mLabel.toStdString() +
                (bar.zoneAt(ui::BAR_NXT)->mEnabled ? " >" : "");
     }
 
@@ -93,7 +94,7 @@ TEST_F(Steps, LeafBarStopsAtTheEnds) {
     mShared.setPatternSelection(1);
     QSignalSpy changed(&mShared, &ui::Shared::onSelectionChanged);
     bar.zonePressed(*bar.zoneAt(ui::BAR_NXT)); // disabled, and at the end
-    bar.zonePressed(*bar.zoneAt(1));
+    bar.zonePressed(*bar.zoneAt(ui::STEP_LABEL));
     EXPECT_EQ(changed.count(), 0);
     bar.zonePressed(*bar.zoneAt(ui::BAR_PRV));
     EXPECT_EQ(shown(bar), "< 2/3 b >");
