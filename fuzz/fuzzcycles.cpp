@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr std::size_t LONGEST = 600; // the plain form needs time
+constexpr std::size_t LONGEST = 200; // the plain form needs time
 constexpr int MOST_KEYS = 24;
 
 /// Makes menus of some branches.

@@ -15,6 +15,7 @@
 #include <QTextStream>
 
 #include <memory>
+#include <numeric>
 #include <string_view>
 
 namespace {
@@ -57,6 +58,15 @@ QByteArray inForm(const QByteArray& bytes, int form) {
     }
 }
 
+/// For one input in 64, none of which looks better to a fuzzer than others as long texts take long:
+/// blanks that end up to 255 characters before the end of what readers commonly buffer.
+QByteArray blanksBefore(const QByteArray& bytes, int piece) {
+    const unsigned sum = std::accumulate(bytes.begin(), bytes.end(), 0U,
+                                         [](unsigned s, char c) { return s + uchar(c); });
+    constexpr int BUFFER = 16384;
+    return sum % 64 == 63 ? QByteArray((BUFFER << sum / 64 % 4) - piece, ' ') : QByteArray();
+}
+
 std::unique_ptr<QIODevice> deviceFor(const QByteArray& bytes, int delivery, int piece) {
     if (delivery != FromMemory && delivery != WithLineEnds)
         return std::make_unique<fuzz::PiecewiseDevice>(bytes, piece, delivery == Sequential);
@@ -75,8 +85,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int piece = input.byte() + 1;
     const auto pushes = static_cast<Pushes>(input.below(PUSHES));
     const std::size_t used = std::min<std::size_t>(CHOICES, size);
-    const QByteArray bytes = inForm(
-        QByteArray(reinterpret_cast<const char*>(data + used), qsizetype(size - used)), form);
+    const QByteArray rest(reinterpret_cast<const char*>(data + used), qsizetype(size - used));
+    const QByteArray bytes = inForm(blanksBefore(rest, piece) + rest, form);
 
     const auto open = [&] {
         std::unique_ptr<QIODevice> device = deviceFor(bytes, delivery, piece);

@@ -7,7 +7,6 @@
 #include <QString>
 
 #include <functional>
-#include <map>
 #include <string>
 #include <utility>
 
@@ -81,19 +80,21 @@ std::string record(Pushes pushes, Parse parse) {
     std::string lines;
     json::Reader* self = nullptr;
     Recorder child("child ", lines);
-    const Recorder::Hook none;
-    const Recorder::Hook itself = [&self](json::Stack& stack) { stack.push(self); };
-    const Recorder::Hook other = [&child](json::Stack& stack) { stack.push(&child); };
-    const Recorder::Hook twice = [&itself](json::Stack& stack) {
-        itself(stack);
-        itself(stack);
-    };
-    const std::map<Pushes, Recorder::Hook> objects{
-        {Pushes::Itself, itself}, {Pushes::ChildInObjects, other}, {Pushes::TwiceInObjects, twice}};
-    const std::map<Pushes, Recorder::Hook> arrays{{Pushes::Itself, itself},
-                                                  {Pushes::ItselfInArrays, itself}};
-    Recorder root("", lines, objects.count(pushes) ? objects.at(pushes) : none,
-                  arrays.count(pushes) ? arrays.at(pushes) : none);
+    Recorder::Hook onObject;
+    Recorder::Hook onArray;
+    const auto pushSelf = [&self](json::Stack& stack) { stack.push(self); };
+    if (pushes == Pushes::Itself || pushes == Pushes::ItselfInArrays)
+        onArray = pushSelf;
+    if (pushes == Pushes::Itself)
+        onObject = pushSelf;
+    else if (pushes == Pushes::ChildInObjects)
+        onObject = [&child](json::Stack& stack) { stack.push(&child); };
+    else if (pushes == Pushes::TwiceInObjects)
+        onObject = [&self](json::Stack& stack) {
+            stack.push(self);
+            stack.push(self);
+        };
+    Recorder root("", lines, onObject, onArray);
     self = &root;
     const bool result = parse(&root);
     return lines + (result ? "true\n" : "false\n");
