@@ -177,6 +177,21 @@ public:
     /// As `RecycleArray::setSize`.
     bool setSize(int size) { return mArray.setSize(size); }
 
+    /// Makes the objects that could not be made when the array grew. False while one still cannot.
+    bool fillGaps() {
+        bool filled = true;
+        for (int slot = 0; slot < mArray.capacity(); ++slot) {
+            if (mArray[slot] != mFactory.nullObject())
+                continue;
+            try {
+                mArray[slot] = mFactory.newObject();
+            } catch (const std::exception&) {
+                filled = false;
+            }
+        }
+        return filled;
+    }
+
     /// Exchanges objects and storage with an array of the same factory.
     void swap(ManagedArray& other) { mArray.swap(other.mArray); }
 

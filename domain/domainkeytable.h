@@ -22,7 +22,7 @@ public:
     /// The entry of `key`, owned by the table; null when there is none.
     const Entry* find(const QString& key);
 
-    /// Sets the index of `key`.
+    /// Sets the index of `key`. Throws `std::bad_alloc`.
     void set(const QString& key, int index);
 
 private:

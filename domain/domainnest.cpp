@@ -84,6 +84,7 @@ void Nest::swap(Nest& other) {
     mUsed.swap(other.mUsed);
     std::swap(mSize, other.mSize);
     std::swap(mKeepsLast, other.mKeepsLast);
+    std::swap(mHasGaps, other.mHasGaps);
 }
 
 void Nest::clear() {
@@ -107,8 +108,10 @@ bool Nest::growTo(int slots) {
     if (!mUsed.makeRoom(slots))
         return false;
     const bool grown = slots <= mBranches.size() || mBranches.setSize(slots);
-    if (slots <= mBranches.size())
+    if (slots <= mBranches.size()) {
         mSize = slots;
+        mHasGaps = mHasGaps || !grown;
+    }
     return grown;
 }
 
@@ -120,6 +123,8 @@ void Nest::resetKept() {
         FACTORY.initializeObject(mBranches[used[k]]);
     mUsed.clear();
     mKeepsLast = false;
+    if (mHasGaps)
+        mHasGaps = !mBranches.fillGaps();
 }
 
 } // namespace domain

@@ -65,6 +65,7 @@ private:
     UsedSlots mUsed;
     int mSize = 0;           ///< Slots that are not dropped.
     bool mKeepsLast = false; ///< Used slots are those from before a clear, not reset yet.
+    bool mHasGaps = false;   ///< Slots lack a branch, for want of memory; filled after a clear.
 };
 
 } // namespace domain

@@ -3,6 +3,8 @@
 #include "domain/domainsametext.h"
 #include "json/jsonstack.h"
 
+#include <exception>
+
 namespace domain {
 
 namespace {
@@ -120,16 +122,20 @@ void NestReader::addNest() {
     mNest.clear();
 }
 
-/// The branch index of a key, reserved in the target at the key's first appearance; -1 when the
-/// target cannot grow.
+/// The branch index of a key, reserved in the target at the key's first appearance; -1 when memory
+/// is exhausted.
 int NestReader::indexOf(const QString& key) {
     if (const KeyTable::Entry* known = mKeys.find(key))
         return known->second;
     const int index = mTarget->size();
-    if (!mTarget->addSlot())
+    try {
+        if (!mTarget->addSlot())
+            return -1;
+        mKeys.set(key, index);
+        return index;
+    } catch (const std::exception&) {
         return -1;
-    mKeys.set(key, index);
-    return index;
+    }
 }
 
 } // namespace domain

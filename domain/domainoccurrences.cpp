@@ -1,23 +1,56 @@
 #include "domain/domainoccurrences.h"
 
+#include "domain/domainfingerprint.h"
+
+#include <algorithm>
+#include <bit>
+#include <limits>
 #include <utility>
 
 namespace domain {
 
+namespace {
+
+constexpr int NONE = -1;
+
+} // namespace
+
 bool Occurrences::begin(std::span<const int> trace) {
     const int size = static_cast<int>(trace.size());
-    if (!mNext.setSize(size + 1) || !mOpen.setSize(size + 1))
+    if (!mNext.setSize(size + 1) || !mOpen.setSize(size + 1) || !clearTable(size))
         return false;
-    mSeen.clear();
     mNext[size] = size;
     mOpen[size] = size;
     for (int p = size - 1; p >= 0; --p) {
-        int& seen = mSeen[trace[static_cast<std::size_t>(p)]];
-        mNext[p] = seen > 0 ? seen : size; // 0: a new entry, as what is seen from before is later
+        int& seen = slotOf(trace[static_cast<std::size_t>(p)], trace);
+        mNext[p] = seen == NONE ? size : seen;
         mOpen[p] = p;
         seen = p;
     }
     return true;
+}
+
+/// At most half full, with a power of two of slots. Not the toolkit's hash table, which ends the
+/// process where memory is exhausted.
+bool Occurrences::clearTable(int size) {
+    if (size > std::numeric_limits<int>::max() / 4)
+        return false;
+    const auto slots = static_cast<int>(std::bit_ceil(static_cast<unsigned>(2 * size + 1)));
+    if (!mTable.setSize(slots))
+        return false;
+    std::fill_n(mTable.data(), slots, NONE);
+    return true;
+}
+
+/// Where the first occurrence so far of `index` stands, or is to be put.
+int& Occurrences::slotOf(int index, std::span<const int> trace) {
+    const auto last = static_cast<unsigned>(mTable.size() - 1);
+    const quint64 hash = static_cast<quint32>(index) * (fingerprint::BASE | 1);
+    auto at = static_cast<unsigned>(hash >> 32) & last;
+    while (mTable[static_cast<int>(at)] != NONE &&
+           trace[static_cast<std::size_t>(mTable[static_cast<int>(at)])] != index)
+        at = (at + 1) & last;
+    return mTable[static_cast<int>(at)];
 }
 
 int Occurrences::nextOpen(int position) const {

@@ -2,8 +2,6 @@
 
 #include "collections/recyclearray.h"
 
-#include <QHash>
-
 #include <span>
 
 namespace domain {
@@ -23,9 +21,12 @@ public:
     void close(int position);
 
 private:
+    bool clearTable(int size);
+    int& slotOf(int index, std::span<const int> trace);
+
     RecycleArray<int> mNext{1, nullptr};
     mutable RecycleArray<int> mOpen{1, nullptr}; ///< Itself while open, else a later occurrence.
-    QHash<int, int> mSeen;                       ///< Scratch: the first occurrence so far.
+    RecycleArray<int> mTable{1, nullptr};        ///< Scratch: first occurrences, by their hash.
 };
 
 } // namespace domain

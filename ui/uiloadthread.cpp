@@ -87,13 +87,13 @@ void LoadThread::onInputChanged() {
 /// Reads one request on the worker thread. False when there is no file to read or no memory for
 /// it.
 bool LoadThread::load(LoadIo& io) {
-    const QString path = io.mUrl.toLocalFile();
-    if (!QFileInfo(path).isFile()) // a pipe or a device might never come to an end
-        return false;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
     try {
+        const QString path = io.mUrl.toLocalFile();
+        if (!QFileInfo(path).isFile()) // a pipe or a device might never come to an end
+            return false;
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly))
+            return false;
         mReader.begin(io.mNest);
         json::Parser().parse(&file, &mReader);
         return true;
