@@ -117,7 +117,16 @@ void LoadThread::loop() {
         requests.moveToRetired(mInput);
     }
     if (loaded)
+        announce();
+}
+
+/// Without memory for the signal the result waits for the next one.
+void LoadThread::announce() {
+    try {
         Q_EMIT loadFinished();
+    } catch (const std::exception&) {
+        return;
+    }
 }
 
 /// Sleeps until a request has come; false when the thread is to end.

@@ -49,6 +49,7 @@ private:
     void onInputChanged();
     bool load(LoadIo& io);
     void loop();
+    void announce();
     bool waitForInput();
 
     QMutex mListLock; // guards mInput, mOutput

@@ -65,7 +65,7 @@ inline std::string describe(const domain::Branch& branch) {
 inline std::vector<std::string> describe(const domain::Nest& nest) {
     std::vector<std::string> texts;
     for (int i = 0; i < nest.size(); ++i)
-        texts.push_back(describe(*nest.branchAt(i)));
+        texts.push_back(nest.branchAt(i) ? describe(*nest.branchAt(i)) : "none");
     return texts;
 }
 

@@ -1,0 +1,119 @@
+#include "domain/domainblackboard.h"
+#include "domain/domainnestreader.h"
+#include "json/jsonparser.h"
+#include "tests/domain/describe.h"
+#include "tests/memory/failingmemory.h"
+#include "ui/uileafbuilder.h"
+#include "ui/uiloadthread.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <exception>
+
+namespace {
+
+using failing_memory::Failures;
+
+constexpr int KEYS = 12;
+
+/// Recordings in which every key has more patterns than a list keeps without an index.
+QByteArray logText() {
+    QByteArray text = "[";
+    for (int recording = 0; recording < 3; ++recording) {
+        text += "{";
+        for (int event = 0; event < 60; ++event)
+            text += QByteArray(event > 0 ? "," : "") + "\"down\":[0,\"key " +
+                    QByteArray::number(event * (recording + 1) * 7 % KEYS) + "\"," +
+                    QByteArray::number(event) + ",1.5]";
+        text += "},";
+    }
+    return text + "{}]";
+}
+
+class FailingMemory : public testing::Test {
+protected:
+    FailingMemory() {
+        QFile file(mPath);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(logText());
+    }
+
+    /// Reads the log as the loader does. False when there was no memory for it.
+    static bool read(const QString& path, domain::NestReader& reader, domain::Nest& nest) {
+        try {
+            QFile file(path);
+            if (!file.open(QIODevice::ReadOnly))
+                return false;
+            reader.begin(nest);
+            return json::Parser().parse(&file, &reader);
+        } catch (const std::exception&) {
+            return false;
+        }
+    }
+
+    std::vector<std::string> wanted() const {
+        domain::Blackboard analysis;
+        domain::NestReader reader(analysis);
+        domain::Nest nest;
+        EXPECT_TRUE(read(mPath, reader, nest));
+        return model::describe(nest);
+    }
+
+    QTemporaryDir mDir;
+    const QString mPath = mDir.filePath(QStringLiteral("log"));
+};
+
+TEST_F(FailingMemory, ALogIsReadInPartAndTheNextOneWhole) {
+    const std::vector<std::string> whole = wanted();
+    ASSERT_EQ(whole.size(), std::size_t(KEYS));
+    for (const Failures failures : {Failures::Once, Failures::FromThenOn}) {
+        bool failed = true;
+        for (long good = 0; failed; ++good) {
+            SCOPED_TRACE(good);
+            domain::Blackboard analysis;
+            domain::NestReader reader(analysis);
+            domain::Nest nest;
+            failing_memory::begin(good, failures);
+            read(mPath, reader, nest);
+            failing_memory::end();
+            failed = failing_memory::hasFailed();
+            ui::LeafList leaves;
+            ui::LeafBuilder(leaves).from(nest);
+
+            nest.clear(); // as a request is when it is used again
+            ASSERT_TRUE(read(mPath, reader, nest));
+            ASSERT_EQ(model::describe(nest), whole);
+        }
+    }
+}
+
+/// The thread runs already: the toolkit cannot start one without memory.
+TEST_F(FailingMemory, TheLoaderGoesOn) {
+    const std::vector<std::string> whole = wanted();
+    const QUrl log = QUrl::fromLocalFile(mPath);
+    const failing_memory::Spared spared;
+    bool failed = true;
+    for (long good = 0; failed; ++good) {
+        SCOPED_TRACE(good);
+        ui::LoadThread loader;
+        domain::Nest nest;
+        QUrl url;
+        const auto comes = [&] { return loader.getOutput(nest, url); };
+        const auto comesWhole = [&] { return comes() && model::describe(nest) == whole; };
+        ASSERT_TRUE(loader.load(log));
+        ASSERT_TRUE(QTest::qWaitFor(comesWhole));
+        failing_memory::begin(good, Failures::Once);
+        ASSERT_TRUE(loader.load(log));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return failing_memory::hasFailed() || comes(); }));
+        failing_memory::end();
+        failed = failing_memory::hasFailed();
+        ASSERT_TRUE(loader.load(log));
+        ASSERT_TRUE(QTest::qWaitFor(comesWhole));
+    }
+}
+
+} // namespace
