@@ -8,8 +8,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <random>
-
 namespace {
 
 /// A folder with logs that name themselves: the log `name` holds one key, its name.
@@ -125,37 +123,6 @@ TEST_F(LoadThreadTest, MergesIntoACopyOfANest) {
     EXPECT_EQ(mNest.branchAt(0)->mKey, QStringLiteral("into"));
     EXPECT_EQ(mNest.branchAt(1)->mKey, QStringLiteral("from"));
     EXPECT_EQ(nest.size(), 1);
-}
-
-TEST_F(LoadThreadTest, EndsAtAnyMoment) {
-    const QUrl log = write(QStringLiteral("log"), 20000);
-    { const ui::LoadThread never; }
-    std::mt19937 rng(5);
-    for (int round = 0; round < 40; ++round) {
-        ui::LoadThread loader;
-        loader.load(log);
-        QThread::usleep(rng() % 4000);
-        if (round % 2 == 0)
-            loader.load(log);
-    }
-}
-
-TEST_F(LoadThreadTest, LosesNoRequestInAStorm) {
-    ui::LoadThread loader;
-    listenTo(loader);
-    std::mt19937 rng(9);
-    QList<QUrl> logs;
-    for (int i = 0; i < 8; ++i)
-        logs.append(write(QString::number(i)));
-    for (int i = 0; i < 3000; ++i) {
-        loader.load(logs[static_cast<qsizetype>(rng() % 8)]);
-        if (rng() % 16 == 0)
-            QThread::usleep(50);
-        if (rng() % 8 == 0)
-            collect(loader);
-    }
-    loader.load(write(QStringLiteral("last")));
-    EXPECT_TRUE(comes(loader, QStringLiteral("last")));
 }
 
 TEST(LoadIoListDeathTest, RequestsAreNotCopied) {
