@@ -3,6 +3,7 @@
 #include <cassert>
 #include <exception>
 #include <memory>
+#include <utility>
 
 /// Makes, resets, copies, orders and destroys the objects of lists and arrays.
 /// One static instance serves every container of an element type; it holds no state that changes,
@@ -195,6 +196,13 @@ public:
     void moveFrontTo(ManagedList& other) {
         if (&other != this && !isEmpty())
             other.mActive.linkFront(mActive.unlinkFront());
+    }
+
+    /// Exchanges all elements, those that wait included, with `other`.
+    void swap(ManagedList& other) {
+        assert(&mFactory == &other.mFactory);
+        std::swap(mActive, other.mActive);
+        std::swap(mRetired, other.mRetired);
     }
 
 protected:

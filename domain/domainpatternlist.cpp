@@ -59,7 +59,7 @@ PatternList& PatternList::operator=(const PatternList& other) {
 void PatternList::take(PatternList& other) {
     assert(&other != this);
     if (isEmpty()) {
-        other.moveTo(*this);
+        swap(other); // so that `other`, which gives its patterns away, gets those waiting here
         std::swap(mIndex, other.mIndex);
     }
     ManagedList<Pattern*> moving(FACTORY);

@@ -39,7 +39,7 @@ public:
     PatternList& operator=(const PatternList& other);
 
     /// As `merge`, but the patterns of `other`, another list, move here instead of being copied; it
-    /// is empty afterwards.
+    /// is empty afterwards. Into an empty list they come in exchange for its retired ones.
     void take(PatternList& other);
 
 private:
@@ -49,6 +49,7 @@ private:
     using ManagedList::moveToRetired;
     using ManagedList::popFront;
     using ManagedList::pushFront;
+    using ManagedList::swap;
 
     void index();
     bool isIndexed() const;

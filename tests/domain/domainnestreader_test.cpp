@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <set>
+
 namespace {
 
 using domain::Nest;
@@ -135,6 +137,26 @@ TEST(NestReader, AnalysisBaseLeavesRecordingsAlone) {
     Nest nest;
     read(reader, nest, "{\"down\":[0,\"A\"],\"down\":[0,\"B\"],\"down\":[0,\"A\"]}");
     EXPECT_THAT(model::describe(nest), ElementsAre("A 1 (0 0 0 0): ", "B 1 (0 0 0 0): "));
+}
+
+TEST(NestReader, MakesItsPatternsFromThoseOfEarlierLogs) {
+    const QByteArray event = "\"down\":[0,\"a\"],\"down\":[0,\"b\"],";
+    domain::Blackboard analysis;
+    domain::NestReader reader(analysis);
+    Nest shown, next;
+    std::set<const domain::Pattern*> made;
+    for (int log = 0; log < 30; ++log) {
+        next.clear();
+        read(reader, next, "{" + event.repeated(40) + "}{" + event.repeated(40) + "}");
+        for (int i = 0; i < next.size(); ++i) {
+            for (auto it = next.branchAt(i)->beginPatterns(); it.hasValue(); ++it)
+                made.insert(*it);
+        }
+        shown.swap(next);
+    }
+    ASSERT_GT(shown.branchAt(0)->patternSize(), 0);
+    const int ofOneLog = shown.branchAt(0)->patternSize() + shown.branchAt(1)->patternSize();
+    EXPECT_LE(made.size(), static_cast<std::size_t>(4 * ofOneLog));
 }
 
 } // namespace
