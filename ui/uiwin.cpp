@@ -15,6 +15,7 @@
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QKeySequence>
+#include <QLockFile>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSettings>
@@ -34,6 +35,17 @@ const QString VISIBLE_PARTS =
                    "QMenu::item:selected, QComboBox::item:selected"
                    "{ background-color: palette(highlight); color: palette(highlighted-text); }"
                    "QScrollBar::handle { background-color: palette(mid); }");
+
+constexpr int SETTINGS_WRITTEN_WITHIN = 100; // milliseconds
+
+/// The toolkit locks the settings while it writes them. A program killed in that moment leaves its
+/// lock, and where it had not written its name into it yet, the next writer would wait for half a
+/// minute. A lock that is held stays.
+void drop_stale_lock(const QSettings& settings) {
+    QLockFile lock(settings.fileName() + QStringLiteral(".lock"));
+    lock.setStaleLockTime(SETTINGS_WRITTEN_WITHIN);
+    lock.tryLock(3 * SETTINGS_WRITTEN_WITHIN);
+}
 
 } // namespace
 
@@ -137,6 +149,7 @@ void Win::createMenuBar() {
 void Win::restoreLastFile() {
     QSettings settings;
     const QUrl url = settings.value(LAST_FILE_SZ, QUrl()).toUrl();
+    drop_stale_lock(settings);
     settings.setValue(LAST_FILE_SZ, QUrl());
     settings.sync(); // before the log can do harm
     if (!url.isEmpty())
