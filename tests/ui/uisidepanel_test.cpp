@@ -138,6 +138,16 @@ TEST_F(Steps, PatternBarGivesNoPercentageWhileNothingRepeats) {
     EXPECT_EQ(shown(bar), "pattern");
 }
 
+TEST_F(Steps, PatternBarRoundsThePercentageDown) {
+    mNest.clear();
+    addBranch({{{0, 1, 0}, 2}, {{0, 2, 0}, 3}});
+    ui::LeafBuilder(mShared.mLeaves).from(mNest);
+    ui::PatternBar bar(mLook, mShared);
+    connectTo(bar);
+    select(0, {0});
+    EXPECT_EQ(shown(bar), "1/2 pattern 66% >");
+}
+
 TEST_F(Steps, PatternBarStopsAtTheEnds) {
     ui::PatternBar bar(mLook, mShared);
     connectTo(bar);

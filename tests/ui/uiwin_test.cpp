@@ -185,6 +185,45 @@ TEST_F(WinTest, ArrangesItsViews) {
     EXPECT_EQ(panel->width(), panelWidth); // the leaves get the room
 }
 
+/// Notes in which order widgets ask to be painted. The toolkit takes them to be painting at the
+/// moment, so that each one is told to ask again later, by an event of its own.
+class PaintOrder : public QObject {
+public:
+    explicit PaintOrder(const QList<QWidget*>& widgets) {
+        for (QWidget* widget : widgets) {
+            widget->setAttribute(Qt::WA_WState_InPaintEvent);
+            widget->installEventFilter(this);
+        }
+    }
+
+    bool eventFilter(QObject* widget, QEvent* event) override {
+        if (event->type() != QEvent::UpdateLater)
+            return false;
+        if (mAsked.isEmpty() || mAsked.last() != widget)
+            mAsked.append(static_cast<QWidget*>(widget));
+        return true;
+    }
+
+    QList<QWidget*> mAsked;
+};
+
+TEST_F(WinTest, ItsViewsHearOfASelectionOneAfterTheOther) {
+    const QUrl log = write(QStringLiteral("a.json"), "abab");
+    QSettings().setValue(LAST_FILE, log);
+    ui::Win window(nullptr);
+    window.show();
+    ASSERT_TRUE(becomesLastFile(log));
+    const auto bars = window.findChildren<ui::BarView*>(); // of the leaves, of the patterns
+    const QList<QWidget*> views{window.findChild<ui::SelectionView*>(), bars[0], bars[1],
+                                window.findChild<ui::LeafView*>()};
+    PaintOrder order(views);
+    selectByRank(window);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateLater);
+    for (QWidget* view : views)
+        view->setAttribute(Qt::WA_WState_InPaintEvent, false);
+    EXPECT_EQ(order.mAsked, views);
+}
+
 TEST_F(WinTest, AnswersTheOpenKeyAndItsMenusHaveMnemonics) {
     const ui::Win window(nullptr);
     QStringList texts;
