@@ -16,6 +16,18 @@ const PatternList::Factory FACTORY(false);
 /// Up to this length comparing sizes one by one beats hashing the sequence.
 constexpr int LONGEST_WALKED = 8;
 
+/// A recycled sequence keeps storage of so many entries, and of so many times those it is to hold.
+constexpr int KEPT = 64;
+constexpr int KEPT_TIMES = 4;
+
+/// Without this every pattern would end up with the storage of the longest run it ever held.
+void releaseSpare(RecycleArray<int>& sequence, int size) {
+    if (sequence.capacity() <= KEPT || sequence.capacity() / KEPT_TIMES <= size)
+        return;
+    RecycleArray<int> none(1, nullptr);
+    sequence.swap(none);
+}
+
 } // namespace
 
 Pattern* PatternList::Factory::setObject(Pattern* target, Pattern* source) const {
@@ -127,7 +139,9 @@ Pattern* PatternList::append(std::span<const int> run, int count) {
     try {
         // Filled at the front, from where it can be taken back, then moved to the end.
         Pattern* added = pushFront();
-        if (!added->mSequence.setSize(static_cast<int>(run.size()))) {
+        const int size = static_cast<int>(run.size());
+        releaseSpare(added->mSequence, size);
+        if (!added->mSequence.setSize(size)) {
             popFront();
             return nullptr;
         }

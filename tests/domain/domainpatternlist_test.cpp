@@ -114,4 +114,15 @@ TEST(PatternList, FindsWhatWasPushedBackByHand) {
     EXPECT_EQ(list.at(20)->mCount, 1);
 }
 
+TEST(PatternList, GivesBackTheStorageOfAMuchLongerRun) {
+    PatternList list;
+    merge(list, std::vector<int>(5000, 1));
+    list.clear();
+    merge(list, std::vector<int>(2000, 1));
+    EXPECT_GE(list.at(0)->mSequence.capacity(), 5000);
+    list.clear();
+    merge(list, {1, 2, 1});
+    EXPECT_LT(list.at(0)->mSequence.capacity(), 64);
+}
+
 } // namespace
