@@ -4,12 +4,16 @@
 #include "ui/uilook.h"
 #include "ui/uishared.h"
 
+#include <utility>
+
 namespace ui {
 
 namespace {
 
 constexpr float LEAF_TO_EDGE = 12.0F; // beside margin and radius, so that no circle is cut
 constexpr float MENU_ROW = 1.0F;
+
+constexpr int STROKES_A_LOOK = 256; // at the clock
 
 } // namespace
 
@@ -19,35 +23,46 @@ LeafPainter::LeafPainter(const Look& look, Shared& shared)
     , mLeafDraw(look) {}
 
 void LeafPainter::onModelChanged() {
+    mNeedsWeight = true;
     mNeedsTable = true;
     mTable.clear();
     mCurves.clear();
 }
 
 void LeafPainter::layout(const QSize& size) {
-    mLeafDraw.maxWeight = mShared.mLeaves.maxPatternWeight();
     placeLeaves(size);
-    if (mNeedsTable)
-        mTable.build(mShared.mLeaves);
-    mNeedsTable = false;
-    placeStrokes();
+    placeStrokes(QDeadlineTimer(QDeadlineTimer::Forever));
 }
 
 /// In a very small view the areas have no size or a negative one; the layout takes any.
 void LeafPainter::placeLeaves(const QSize& size) {
+    if (std::exchange(mNeedsWeight, false))
+        mLeafDraw.maxWeight = mShared.mLeaves.maxPatternWeight();
     const float margin = mLook.mMargin + mLook.mLeafRadius + LEAF_TO_EDGE;
     const float width = static_cast<float>(size.width()) - 2 * margin;
     const float top = MENU_ROW + margin + 2 * mLook.mLeafRadius;
     const float height = static_cast<float>(size.height()) - margin - top;
     LeafLayout(mShared.mLeaves)
         .zoom(QRectF(margin, margin, width, MENU_ROW), QRectF(margin, top, width, height));
+    mCurves.clear();
 }
 
-void LeafPainter::placeStrokes() {
-    mCurves.clear();
-    mCurves.reserve(mTable.entries().size());
-    for (const StrokeTable::entry& entry : mTable.entries())
+bool LeafPainter::placeStrokes(const QDeadlineTimer& until) {
+    if (std::exchange(mNeedsTable, false)) {
+        mTable.begin(mShared.mLeaves);
+        mHasTable = false;
+    }
+    if (!mHasTable && !(mHasTable = mTable.advance(until)))
+        return false;
+    const QList<StrokeTable::entry>& entries = mTable.entries();
+    mCurves.reserve(entries.size());
+    while (mCurves.size() < entries.size()) {
+        const StrokeTable::entry& entry = entries[mCurves.size()];
         mCurves.append(stroke_between(entry.from->mPos, entry.to->mPos, mLook.mLeafRadius));
+        if (mCurves.size() % STROKES_A_LOOK == 0 && until.hasExpired())
+            return false;
+    }
+    return true;
 }
 
 void LeafPainter::paintOn(QPainter& painter) const {
@@ -61,8 +76,12 @@ void LeafPainter::drawPatterns(QPainter& painter) const {
     beginStrokes(painter);
     for (int position = 0; position < mCurves.size(); ++position)
         drawStroke(painter, position, selected);
-    for (const selected_stroke& stroke : strokesOf(selected))
-        drawSelected(painter, stroke);
+    if (!selected)
+        return;
+    for (const int position : mTable.strokesOf(*selected)) {
+        if (const auto stroke = selectedStroke(position))
+            drawSelected(painter, *stroke);
+    }
 }
 
 void LeafPainter::drawLeaves(QPainter& painter) const {
@@ -93,18 +112,12 @@ void LeafPainter::drawLeaf(QPainter& painter, const Leaf& leaf) const {
     leaf.drawOn(painter, mShared.leafSelection(), mLeafDraw);
 }
 
-QList<selected_stroke> LeafPainter::strokesOf(const domain::Pattern* pattern) const {
-    QList<selected_stroke> strokes;
-    if (!pattern)
-        return strokes;
-    for (const int position : mTable.strokesOf(*pattern)) {
-        if (!mCurves[position])
-            continue;
-        const QPainterPath curve = mCurves[position]->path();
-        const QPointF target = mTable.entries()[position].to->mPos;
-        strokes.append({position, curve, arrow_head(curve, target, mLook.mLeafRadius)});
-    }
-    return strokes;
+std::optional<selected_stroke> LeafPainter::selectedStroke(int position) const {
+    if (!mCurves[position])
+        return std::nullopt;
+    const QPainterPath curve = mCurves[position]->path();
+    const QPointF target = mTable.entries()[position].to->mPos;
+    return selected_stroke{position, curve, arrow_head(curve, target, mLook.mLeafRadius)};
 }
 
 } // namespace ui

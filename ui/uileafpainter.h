@@ -4,6 +4,7 @@
 #include "ui/uistroke.h"
 #include "ui/uistroketable.h"
 
+#include <QDeadlineTimer>
 #include <QPainter>
 #include <QSize>
 
@@ -41,6 +42,13 @@ public:
     /// size, before anything is drawn. The first one for a model walks all patterns.
     void layout(const QSize& size);
 
+    /// The part of `layout` that takes no time: places the leaves. There are no strokes then.
+    void placeLeaves(const QSize& size);
+
+    /// The rest of `layout`, until `until`; true when all strokes are placed. No others but the
+    /// operations of this class and `drawLeaf` may be called before.
+    bool placeStrokes(const QDeadlineTimer& until);
+
     void paintOn(QPainter& painter) const;
 
     /// Prepares `painter` for `drawStroke`.
@@ -53,8 +61,9 @@ public:
     void drawSelected(QPainter& painter, const selected_stroke& stroke) const;
     void drawLeaf(QPainter& painter, const Leaf& leaf) const;
 
-    /// What draws `pattern` as the selected one; nothing for null.
-    QList<selected_stroke> strokesOf(const domain::Pattern* pattern) const;
+    /// What draws the stroke of that position in the stroke table as one of the selected pattern;
+    /// empty where nothing is drawn.
+    std::optional<selected_stroke> selectedStroke(int position) const;
 
     const Look& look() const { return mLook; }
 
@@ -68,13 +77,13 @@ public:
 private:
     void drawPatterns(QPainter& painter) const;
     void drawLeaves(QPainter& painter) const;
-    void placeLeaves(const QSize& size);
-    void placeStrokes();
 
     const Look& mLook;
     Shared& mShared;
     leaf_draw mLeafDraw;
+    bool mNeedsWeight = true;
     bool mNeedsTable = true;
+    bool mHasTable = false;
     StrokeTable mTable;
     QList<std::optional<stroke>> mCurves;
 };

@@ -1,14 +1,15 @@
 #include "ui/uileafpicture.h"
 
 #include "ui/uilook.h"
-#include "ui/uishared.h"
 
 #include <QPaintEngine>
 
 #include <algorithm>
 #include <cmath>
 #include <new>
+#include <numeric>
 #include <optional>
+#include <utility>
 
 namespace ui {
 
@@ -16,6 +17,12 @@ namespace {
 
 // A circle clipped to one tile costs about half of the whole, a curve much less.
 constexpr int TILES_PER_DRAWING = 2;
+
+// Of all tiles, the part that the strokes are drawn anew in one by one: each of the others would
+// draw the strokes that cross it, and all have them in common.
+constexpr int FEW_OF_TILES = 8;
+
+constexpr int BAND_ROWS = 8; // the height of the largest area that is drawn at once
 
 /// The scale to device pixels, and where within its device pixel the view begins.
 std::optional<QTransform> gridOf(const QPainter& painter) {
@@ -61,33 +68,49 @@ Appearance appearanceOf(const Leaf& leaf, const LeafSelection& selection) {
 
 } // namespace
 
-LeafPicture::LeafPicture(const LeafPainter& painter)
+LeafPicture::LeafPicture(LeafPainter& painter)
     : mPainter(painter) {}
 
 void LeafPicture::forget() {
     mStrokes = QImage();
     mShown = QImage();
-    mStrokesOf.clear();
-    mLeavesOf.clear();
+    mNextStroke = 0;
+    mHasStrokes = false;
+    mRowsOnStrokes = 0;
+    mLeaves.clear();
+    mLooks.clear();
     mSelected = nullptr;
+    mPositions.clear();
+    mNextPosition = 0;
     mSelectedStrokes.clear();
     mSelectedOf.clear();
-    mLeavesOut = false;
-    mLooks.clear();
+    mTouched.clear();
+    mWork = work();
 }
 
-bool LeafPicture::drawOn(QPainter& painter, const QSize& size) {
+bool LeafPicture::drawOn(QPainter& painter, const QSize& size, const QDeadlineTimer& until) {
     const std::optional<QTransform> grid = gridOf(painter);
+    mIsWhole = true;
+    mIsNew = false;
     try {
         if (!grid || !prepare(*grid, size))
             return false;
-        followSelection();
+        mIsWhole = advance(until);
     } catch (const std::bad_alloc&) {
         forget();
         return false;
     }
-    painter.drawImage(grid->inverted().mapRect(QRectF(mShown.rect())), mShown);
+    show(painter);
     return true;
+}
+
+void LeafPicture::show(QPainter& painter) const {
+    const QTransform toView = mGrid.inverted();
+    const QRect unfinished = mShown.rect() & mTiles.pixels({0, mRowsOnStrokes, mTiles.columns(),
+                                                            mTiles.rows() - mRowsOnStrokes});
+    if (!unfinished.isEmpty())
+        painter.drawImage(toView.mapRect(QRectF(unfinished)), mStrokes, unfinished);
+    painter.drawImage(toView.mapRect(QRectF(mShown.rect())), mShown);
 }
 
 bool LeafPicture::prepare(const QTransform& grid, const QSize& size) {
@@ -105,168 +128,256 @@ bool LeafPicture::prepare(const QTransform& grid, const QSize& size) {
         forget();
         return false;
     }
+    mStrokes.fill(Qt::transparent);
+    mShown.fill(Qt::transparent);
     mTiles = TileGrid(pixels);
-    drawStrokes(mStrokes, nullptr);
     fileLeaves();
-    followPattern();
     followLooks();
-    drawAll();
+    mTouched.clear();
+    mWaiting = TileSet(mTiles);
+    mWaiting.addAll();
     return true;
 }
 
-void LeafPicture::drawStrokes(QImage& image, const domain::Pattern* leftOut) const {
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
+void LeafPicture::fileLeaves() {
+    QList<int> tiles;
+    QList<qsizetype> ends; // of each leaf's among them
+    for (auto leaf = mPainter.shared().mLeaves.begin(); leaf.hasValue(); ++leaf) {
+        mLeaves.append(*leaf);
+        collect(**leaf, tiles);
+        ends.append(tiles.size());
+    }
+    mFirstLeafOf.fill(0, mTiles.count() + 1);
+    for (const int tile : tiles)
+        ++mFirstLeafOf[tile + 1];
+    std::partial_sum(mFirstLeafOf.cbegin(), mFirstLeafOf.cend(), mFirstLeafOf.begin());
+    QList<int> next = mFirstLeafOf;
+    mLeavesOf.resize(tiles.size());
+    int leaf = 0;
+    for (qsizetype i = 0; i < tiles.size(); ++i) {
+        while (i == ends[leaf])
+            ++leaf;
+        mLeavesOf[next[tiles[i]]++] = leaf;
+    }
+}
+
+/// True when everything is drawn.
+bool LeafPicture::advance(const QDeadlineTimer& until) {
+    while (true) {
+        followLooks();
+        if (mHasStrokes)
+            followPattern();
+        if (!findSelected(until))
+            return false;
+        takeTouched();
+        if (!drawAreas(until))
+            return false;
+        if (mHasStrokes)
+            return true;
+        if (!drawStrokes(until))
+            return false;
+        mHasStrokes = true;
+        mWaiting.addAll();
+    }
+}
+
+/// Draws strokes in grey; true when all are drawn.
+bool LeafPicture::drawStrokes(const QDeadlineTimer& until) {
+    if (!mPainter.placeStrokes(until))
+        return false;
+    mIsNew = true;
+    QPainter painter(&mStrokes);
     painter.setTransform(mGrid);
     painter.setRenderHint(QPainter::Antialiasing);
     mPainter.beginStrokes(painter);
-    for (int position = 0; position < mPainter.curves().size(); ++position)
-        mPainter.drawStroke(painter, position, leftOut);
-}
-
-void LeafPicture::fileLeaves() {
-    mLeavesOf.resize(mTiles.count());
-    QList<int> tiles;
-    for (auto leaf = mPainter.shared().mLeaves.begin(); leaf.hasValue(); ++leaf) {
-        tiles.clear();
-        collect(**leaf, tiles);
-        for (const int tile : tiles)
-            mLeavesOf[tile].append(*leaf);
+    while (mNextStroke < mPainter.curves().size()) {
+        mPainter.drawStroke(painter, mNextStroke++, nullptr);
+        if (until.hasExpired())
+            break;
     }
+    return mNextStroke >= mPainter.curves().size();
 }
 
-void LeafPicture::fileStrokes() {
-    mStrokesOf.resize(mTiles.count());
-    QList<int> tiles;
-    for (int position = 0; position < mPainter.curves().size(); ++position) {
-        tiles.clear();
-        collect(position, tiles);
-        sortUnique(tiles);
-        for (const int tile : tiles)
-            mStrokesOf[tile].append(position);
-    }
-}
-
-void LeafPicture::followSelection() {
-    QList<int> tiles = followPattern() + followLooks();
-    if (tiles.isEmpty())
+/// Touches the tiles of the leaves that look different now.
+void LeafPicture::followLooks() {
+    const LeafSelection& selection = mPainter.shared().leafSelection();
+    if (mLooks.size() == mLeaves.size() && mSelection == selection)
         return;
-    sortUnique(tiles);
-    if (mLeavesOut && mStrokesOf.isEmpty())
-        fileStrokes();
-    if (isLongWay(tiles)) {
-        drawAll();
-        return;
-    }
-    for (const int tile : tiles)
-        drawTile(tile);
-}
-
-/// Returns the tiles of the pattern that was selected, and of the one that is now.
-QList<int> LeafPicture::followPattern() {
-    const domain::Pattern* selected = mPainter.shared().selectedPattern();
-    if (selected == mSelected)
-        return {};
-    QList<int> touched = mSelectedOf.keys();
-    mSelected = selected;
-    mSelectedStrokes = mPainter.strokesOf(selected);
-    mSelectedOf.clear();
-    mLeavesOut = false;
-    for (int i = 0; i < mSelectedStrokes.size(); ++i) {
-        QList<int> tiles;
-        collect(mSelectedStrokes[i].position, tiles);
-        collect(mSelectedStrokes[i].head.boundingRect(), tiles);
-        sortUnique(tiles);
-        for (const int tile : tiles)
-            mSelectedOf[tile].append(i);
-        touched += tiles;
-        mLeavesOut = mLeavesOut || isLeftOut(mSelectedStrokes[i].position);
-    }
-    return touched;
-}
-
-/// Returns the tiles of the leaves that look different now.
-QList<int> LeafPicture::followLooks() {
-    const Shared& shared = mPainter.shared();
+    dropWork();
     QByteArray looks;
-    QList<int> tiles;
-    for (auto leaf = shared.mLeaves.begin(); leaf.hasValue(); ++leaf) {
-        const char look = appearanceOf(**leaf, shared.leafSelection());
-        if (mLooks.size() <= looks.size() || mLooks[looks.size()] != look)
-            collect(**leaf, tiles);
+    looks.reserve(mLeaves.size());
+    for (const Leaf* leaf : std::as_const(mLeaves)) {
+        const char look = appearanceOf(*leaf, selection);
+        if (looks.size() < mLooks.size() && mLooks[looks.size()] != look)
+            collect(*leaf, mTouched);
         looks.append(look);
     }
     mLooks = looks;
-    return tiles;
+    mSelection = selection;
 }
 
-void LeafPicture::drawAll() {
-    if (mLeavesOut)
-        drawStrokes(mShown, mSelected);
+/// Touches the tiles of the pattern that was selected, if it is another one now.
+void LeafPicture::followPattern() {
+    const domain::Pattern* selected = mPainter.shared().selectedPattern();
+    if (selected == mSelected)
+        return;
+    dropWork();
+    mTouched += mSelectedOf.keys();
+    mSelectedStrokes.clear();
+    mSelectedOf.clear();
+    mSelected = selected;
+    mPositions = selected ? mPainter.strokeTable().strokesOf(*selected) : QList<int>();
+    mNextPosition = 0;
+}
+
+/// Touches the tiles of the selected strokes; true when all are found.
+bool LeafPicture::findSelected(const QDeadlineTimer& until) {
+    while (mNextPosition < mPositions.size()) {
+        if (const auto stroke = mPainter.selectedStroke(mPositions[mNextPosition]))
+            fileSelected(*stroke);
+        ++mNextPosition;
+        if (until.hasExpired())
+            break;
+    }
+    return mNextPosition >= mPositions.size();
+}
+
+void LeafPicture::fileSelected(const selected_stroke& stroke) {
+    QList<int> tiles;
+    collect(stroke.position, tiles);
+    collect(stroke.head.boundingRect(), tiles);
+    sortUnique(tiles);
+    for (const int tile : std::as_const(tiles))
+        mSelectedOf[tile].append(static_cast<int>(mSelectedStrokes.size()));
+    mSelectedStrokes.append(stroke);
+    mTouched += tiles;
+}
+
+/// Lets the touched tiles wait.
+void LeafPicture::takeTouched() {
+    if (mTouched.isEmpty())
+        return;
+    sortUnique(mTouched);
+    if (isLongWay())
+        mWaiting.addAll();
     else
-        copy(mStrokes, mStrokes.rect(), mShown);
-    QPainter painter(&mShown);
-    painter.setTransform(mGrid);
-    painter.setRenderHint(QPainter::Antialiasing);
-    for (const selected_stroke& stroke : mSelectedStrokes)
-        mPainter.drawSelected(painter, stroke);
-    for (auto leaf = mPainter.shared().mLeaves.begin(); leaf.hasValue(); ++leaf)
-        mPainter.drawLeaf(painter, **leaf);
+        mWaiting.add(mTouched);
+    mTouched.clear();
+}
+
+/// Whether drawing the touched tiles one by one is more work than drawing everything.
+bool LeafPicture::isLongWay() const {
+    qsizetype drawings = 0;
+    qsizetype leavingOut = 0;
+    for (const int tile : mTouched) {
+        const QList<int> selected = mSelectedOf.value(tile);
+        drawings += mFirstLeafOf[tile + 1] - mFirstLeafOf[tile] + selected.size();
+        leavingOut += hasLeftOut(selected) ? 1 : 0;
+    }
+    return drawings > TILES_PER_DRAWING * (mLeaves.size() + mSelectedStrokes.size()) ||
+           leavingOut * FEW_OF_TILES > mTiles.count();
+}
+
+/// Draws the areas that wait; true when none is left.
+bool LeafPicture::drawAreas(const QDeadlineTimer& until) {
+    while (!mWork.tiles.isEmpty() || !mWaiting.isEmpty()) {
+        if (mWork.tiles.isEmpty())
+            beginWork(mWaiting.take(BAND_ROWS));
+        continueWork(until);
+        if (mHasStrokes && mWork.tiles.isEmpty())
+            mRowsOnStrokes = std::max(mRowsOnStrokes, mWaiting.firstRow());
+        if (until.hasExpired())
+            break;
+    }
+    return mWork.tiles.isEmpty() && mWaiting.isEmpty();
+}
+
+void LeafPicture::beginWork(const QRect& tiles) {
+    mWork.pixels = mTiles.pixels(tiles);
+    for (int row = tiles.top(); row <= tiles.bottom(); ++row) {
+        for (int column = tiles.left(); column <= tiles.right(); ++column) {
+            const int tile = mTiles.tile(column, row);
+            mWork.tiles.append(tile);
+            mWork.selected += mSelectedOf.value(tile);
+            for (int i = mFirstLeafOf[tile]; i < mFirstLeafOf[tile + 1]; ++i)
+                mWork.leaves.append(mLeavesOf[i]);
+        }
+    }
+    sortUnique(mWork.selected);
+    sortUnique(mWork.leaves);
+    QImage part = partOf(mShown, mWork.pixels);
+    const bool leavesOut = hasLeftOut(mWork.selected);
+    if (leavesOut)
+        mWork.strokes = strokesIn(mWork.pixels);
+    if (mHasStrokes && !leavesOut)
+        copy(mStrokes, mWork.pixels, part);
+    else
+        part.fill(Qt::transparent);
+}
+
+/// The grey strokes that may touch `pixels`.
+QList<int> LeafPicture::strokesIn(const QRect& pixels) const {
+    const QList<std::optional<stroke>>& curves = mPainter.curves();
+    QList<int> strokes;
+    for (int position = 0; position < curves.size(); ++position) {
+        if (curves[position] && may_touch(mapped(*curves[position], mGrid), beside(), pixels))
+            strokes.append(position);
+    }
+    return strokes;
 }
 
 /// A pen of one device pixel takes another way through the raster engine than a wider one: its
 /// lines change where they cross the edge of the device, and do not under a clip. The wider one is
 /// exact on both, and much faster on a small device.
-void LeafPicture::drawTile(int tile) {
-    const QRect rect = mTiles.rect(tile);
-    QImage part = partOf(mShown, rect);
-    const bool leavesOut = hasLeftOut(tile);
-    if (leavesOut)
-        part.fill(Qt::transparent);
-    else
-        copy(mStrokes, rect, part);
+void LeafPicture::continueWork(const QDeadlineTimer& until) {
+    mIsNew = true;
+    const QRect& pixels = mWork.pixels;
+    QImage part = partOf(mShown, pixels);
     const bool thin = mGrid.m11() <= 1;
     QPainter painter(thin ? &mShown : &part);
     if (thin)
-        painter.setClipRect(rect);
-    painter.setTransform(thin ? mGrid : mGrid * QTransform::fromTranslate(-rect.x(), -rect.y()));
+        painter.setClipRect(pixels);
+    painter.setTransform(thin ? mGrid
+                              : mGrid * QTransform::fromTranslate(-pixels.x(), -pixels.y()));
     painter.setRenderHint(QPainter::Antialiasing);
-    if (leavesOut) {
-        mPainter.beginStrokes(painter);
-        for (const int position : mStrokesOf[tile])
-            mPainter.drawStroke(painter, position, mSelected);
+    while (mWork.drawn < mWork.size()) {
+        draw(painter, mWork.drawn++);
+        if (until.hasExpired())
+            break;
     }
-    drawOver(painter, tile);
+    if (mWork.drawn >= mWork.size())
+        mWork = work();
 }
 
-void LeafPicture::drawOver(QPainter& painter, int tile) const {
-    for (const int i : mSelectedOf.value(tile))
-        mPainter.drawSelected(painter, mSelectedStrokes[i]);
-    for (const Leaf* leaf : mLeavesOf[tile])
-        mPainter.drawLeaf(painter, *leaf);
+void LeafPicture::draw(QPainter& painter, qsizetype step) const {
+    if (step < mWork.strokes.size()) {
+        mPainter.beginStrokes(painter);
+        mPainter.drawStroke(painter, mWork.strokes[step], mSelected);
+        return;
+    }
+    step -= mWork.strokes.size();
+    if (step < mWork.selected.size()) {
+        mPainter.drawSelected(painter, mSelectedStrokes[mWork.selected[step]]);
+        return;
+    }
+    step -= mWork.selected.size();
+    mPainter.drawLeaf(painter, *mLeaves[mWork.leaves[step]]);
+}
+
+/// What the work was to draw has changed: its tiles wait again.
+void LeafPicture::dropWork() {
+    mTouched += mWork.tiles;
+    mWork = work();
 }
 
 bool LeafPicture::isLeftOut(int position) const {
     return mPainter.strokeTable().isOnlyIn(position, mSelected);
 }
 
-bool LeafPicture::hasLeftOut(int tile) const {
-    const QList<int> selected = mSelectedOf.value(tile);
+/// Whether any of these selected strokes is.
+bool LeafPicture::hasLeftOut(const QList<int>& selected) const {
     return std::any_of(selected.begin(), selected.end(),
                        [this](int i) { return isLeftOut(mSelectedStrokes[i].position); });
-}
-
-bool LeafPicture::isLongWay(const QList<int>& tiles) const {
-    qsizetype drawings = 0;
-    for (const int tile : tiles) {
-        drawings += mLeavesOf[tile].size() + mSelectedOf.value(tile).size();
-        if (hasLeftOut(tile))
-            drawings += mStrokesOf[tile].size();
-    }
-    qsizetype all = mPainter.shared().mLeaves.size() + mSelectedStrokes.size();
-    if (mLeavesOut)
-        all += mPainter.curves().size();
-    return drawings > TILES_PER_DRAWING * all;
 }
 
 /// More than what a pen adds to a curve on each side, in device pixels: half a view pixel, half as

@@ -4,9 +4,13 @@
 #include "ui/uishared.h"
 #include "ui/uiviewaccessible.h"
 
+#include <QBackingStore>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPaintEngine>
+#include <QPaintEvent>
+#include <QTimerEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -16,6 +20,9 @@ namespace ui {
 namespace {
 
 constexpr float CATCH = 0.75F; // of a leaf's radius
+
+// Of drawing what is missing, in milliseconds. Showing it takes as long again on a dense screen.
+constexpr int SLICE = 8;
 
 QRectF rectBetween(const QPointF& a, const QPointF& b) {
     return {std::fmin(a.x(), b.x()), std::fmin(a.y(), b.y()), std::fabs(b.x() - a.x()),
@@ -80,9 +87,25 @@ void LeafView::mouseReleaseEvent(QMouseEvent* /*event*/) {
     update();
 }
 
-void LeafView::paintEvent(QPaintEvent* /*event*/) {
+void LeafView::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    paintOn(painter);
+    if (!isOnScreen(painter)) {
+        paintOn(painter, QDeadlineTimer(QDeadlineTimer::Forever));
+        return;
+    }
+    paintOn(painter, QDeadlineTimer(SLICE, Qt::PreciseTimer));
+    const bool showsAll = event->region().contains(rect());
+    if (!mLeafPicture.isWhole() || (mLeafPicture.isNew() && !showsAll))
+        mContinue.start(0, this);
+}
+
+void LeafView::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != mContinue.timerId()) {
+        QWidget::timerEvent(event);
+        return;
+    }
+    mContinue.stop();
+    update();
 }
 
 void LeafView::resizeEvent(QResizeEvent* /*event*/) {
@@ -106,17 +129,25 @@ void LeafView::dropEvent(QDropEvent* event) {
 
 void LeafView::layout(const QSize& size) {
     mNeedsLayout = false;
-    mLeafPainter.layout(size);
+    mLeafPainter.placeLeaves(size);
     mLeafPicture.forget();
 }
 
-void LeafView::paintOn(QPainter& painter) {
+void LeafView::paintOn(QPainter& painter, const QDeadlineTimer& until) {
     if (mNeedsLayout)
         layout(size());
-    if (!mLeafPicture.drawOn(painter, size()))
+    if (!mLeafPicture.drawOn(painter, size(), until)) {
+        mLeafPainter.placeStrokes(QDeadlineTimer(QDeadlineTimer::Forever));
         mLeafPainter.paintOn(painter);
+    }
     if (mDragging)
         drawRubberBand(painter);
+}
+
+/// Whether it paints on the window's own pixels, which can be painted on again.
+bool LeafView::isOnScreen(const QPainter& painter) const {
+    QBackingStore* store = backingStore();
+    return store && painter.paintEngine()->paintDevice() == store->paintDevice();
 }
 
 void LeafView::drawRubberBand(QPainter& painter) {

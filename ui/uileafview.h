@@ -3,6 +3,7 @@
 #include "ui/uileafpainter.h"
 #include "ui/uileafpicture.h"
 
+#include <QBasicTimer>
 #include <QPointF>
 #include <QRect>
 #include <QUrl>
@@ -17,6 +18,9 @@ namespace ui {
 ///
 /// Holds no model of its own, only what makes painting it fast. Places of leaves are valid after
 /// the first paint.
+///
+/// On the screen what takes longer than a frame is drawn bit by bit, between other events: leaves
+/// come first. A paint of the view into a picture, as by `QWidget::grab`, is always whole.
 class LeafView : public QWidget {
     Q_OBJECT
 
@@ -50,10 +54,12 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
 private:
     void layout(const QSize& size);
-    void paintOn(QPainter& painter);
+    void paintOn(QPainter& painter, const QDeadlineTimer& until);
+    bool isOnScreen(const QPainter& painter) const;
     void drawRubberBand(QPainter& painter);
     void getSelectionBox(QRect& box) const;
     void select();
@@ -67,7 +73,8 @@ private:
     QPointF mPressPoint; // of the last press, with any button
     QPointF mDragPoint;
     bool mDragging = false;
-    QRect mSelectionBox; // the rubber band
+    QRect mSelectionBox;   // the rubber band
+    QBasicTimer mContinue; // to draw when other events have had their turn
 };
 
 } // namespace ui

@@ -1,5 +1,7 @@
 #include "plainleafview.h"
 #include "ui/uileafbuilder.h"
+#include "ui/uileafpainter.h"
+#include "ui/uileafpicture.h"
 #include "ui/uileafview.h"
 #include "ui/uilook.h"
 #include "ui/uishared.h"
@@ -7,6 +9,7 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPicture>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -214,6 +217,47 @@ TEST_F(RandomLeafView, LeavesOutAmongManyStrokesExactly) {
             select(below(leaves), below(12));
             ASSERT_EQ(painted(ratio), plain(ratio)) << "step " << step << " @" << ratio;
         }
+}
+
+TEST_F(RandomLeafView, DrawnBitByBitThePixelsAreTheSameInTheEnd) {
+    ui::LeafPainter painter(mLook, mShared);
+    ui::LeafPicture picture(painter);
+    const QDeadlineTimer over(0);
+    for (int round = 0; round < 12; ++round) {
+        const double ratio = round % 3 * 0.5 + 1;
+        model();
+        painter.onModelChanged();
+        painter.placeLeaves(mView.size());
+        picture.forget();
+        QImage image;
+        int steps = 0;
+        do {
+            if (below(9) == 0)
+                select(below(mNest.size()), below(3));
+            image = imageOf(ratio, [&](QImage& onto) {
+                QPainter onImage(&onto);
+                ASSERT_TRUE(picture.drawOn(onImage, mView.size(), over));
+            });
+        } while (!picture.isWhole() && ++steps < 10000);
+        ASSERT_EQ(image, plain(ratio)) << round << " @" << ratio;
+        EXPECT_GT(steps, mNest.size());
+    }
+}
+
+TEST_F(LeafViewTest, OnTheScreenItIsWholeInTheEnd) {
+    for (int i = 0; i < 700; ++i)
+        add(domain::GESTURE_DOWN, QPointF(i * 7 % 100, i % 10), {{i, (i + 9) % 700, i}});
+    build();
+    select(3, 0);
+    View other(mLook, mShared, nullptr);
+    for (const QSize size : {QSize(300, 200), QSize(310, 210)}) {
+        mView.resize(size);
+        other.resize(size);
+        mView.show();
+        const QImage whole = other.grab().toImage();
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return mView.screen()->grabWindow(mView.winId()).toImage() == whole; }));
+    }
 }
 
 TEST_F(LeafViewTest, VectorsStayVectors) {
