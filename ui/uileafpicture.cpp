@@ -95,13 +95,23 @@ bool LeafPicture::drawOn(QPainter& painter, const QSize& size, const QDeadlineTi
     try {
         if (!grid || !prepare(*grid, size))
             return false;
-        mIsWhole = advance(until);
     } catch (const std::bad_alloc&) {
         forget();
         return false;
     }
-    show(painter);
-    return true;
+    mIsWhole = advance(until);
+    if (!mShown.isNull())
+        show(painter);
+    return !mShown.isNull();
+}
+
+bool LeafPicture::advance(const QDeadlineTimer& until) {
+    try {
+        return mShown.isNull() || complete(until);
+    } catch (const std::bad_alloc&) {
+        forget();
+        return true;
+    }
 }
 
 void LeafPicture::show(QPainter& painter) const {
@@ -162,7 +172,7 @@ void LeafPicture::fileLeaves() {
 }
 
 /// True when everything is drawn.
-bool LeafPicture::advance(const QDeadlineTimer& until) {
+bool LeafPicture::complete(const QDeadlineTimer& until) {
     while (true) {
         followLooks();
         if (mHasStrokes)

@@ -43,6 +43,10 @@ public:
     /// stretches, or without memory for the pictures.
     bool drawOn(QPainter& painter, const QSize& size, const QDeadlineTimer& until);
 
+    /// Draws more of what `drawOn` left to be drawn, until `until`; `drawOn` shows it. True when
+    /// nothing is left, or `drawOn` is to begin anew.
+    bool advance(const QDeadlineTimer& until);
+
     /// False when `drawOn` had to stop before everything was drawn, the last time.
     bool isWhole() const { return mIsWhole; }
 
@@ -65,7 +69,7 @@ private:
 
     bool prepare(const QTransform& grid, const QSize& size);
     void fileLeaves();
-    bool advance(const QDeadlineTimer& until);
+    bool complete(const QDeadlineTimer& until);
     bool drawStrokes(const QDeadlineTimer& until);
     void followLooks();
     void followPattern();

@@ -4,6 +4,7 @@
 #include "ui/uileafpicture.h"
 
 #include <QBasicTimer>
+#include <QElapsedTimer>
 #include <QPointF>
 #include <QRect>
 #include <QUrl>
@@ -75,6 +76,7 @@ private:
     bool mDragging = false;
     QRect mSelectionBox;   // the rubber band
     QBasicTimer mContinue; // to draw when other events have had their turn
+    QElapsedTimer mSincePaint; // on the screen
 };
 
 } // namespace ui
