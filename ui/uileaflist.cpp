@@ -87,21 +87,18 @@ Leaf* LeafList::walkTo(int index) const {
     return nullptr;
 }
 
-int LeafList::largest(int (domain::Branch::*measure)() const) const {
+int LeafList::maxPatternCount() const {
     int max = 0;
-    for (auto it = begin(); it.hasValue(); ++it) {
-        if (const domain::Branch* branch = (*it)->mBranch)
-            max = std::max(max, (branch->*measure)());
-    }
+    for (auto it = begin(); it.hasValue(); ++it)
+        max = std::max(max, (*it)->rank());
     return max;
 }
 
-int LeafList::maxPatternCount() const {
-    return largest(&domain::Branch::maxPatternCount);
-}
-
 int LeafList::maxPatternWeight() const {
-    return largest(&domain::Branch::patternWeight);
+    int max = 0;
+    for (auto it = begin(); it.hasValue(); ++it)
+        max = std::max(max, (*it)->weight());
+    return max;
 }
 
 void LeafList::print() const {

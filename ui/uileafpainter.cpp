@@ -23,7 +23,6 @@ LeafPainter::LeafPainter(const Look& look, Shared& shared)
     , mLeafDraw(look) {}
 
 void LeafPainter::onModelChanged() {
-    mNeedsWeight = true;
     mNeedsTable = true;
     mTable.clear();
     mCurves.clear();
@@ -36,8 +35,7 @@ void LeafPainter::layout(const QSize& size) {
 
 /// In a very small view the areas have no size or a negative one; the layout takes any.
 void LeafPainter::placeLeaves(const QSize& size) {
-    if (std::exchange(mNeedsWeight, false))
-        mLeafDraw.maxWeight = mShared.mLeaves.maxPatternWeight();
+    mLeafDraw.maxWeight = mShared.mLeaves.maxPatternWeight();
     const float margin = mLook.mMargin + mLook.mLeafRadius + LEAF_TO_EDGE;
     const float width = static_cast<float>(size.width()) - 2 * margin;
     const float top = MENU_ROW + margin + 2 * mLook.mLeafRadius;

@@ -81,7 +81,6 @@ private:
     const Look& mLook;
     Shared& mShared;
     leaf_draw mLeafDraw;
-    bool mNeedsWeight = true;
     bool mNeedsTable = true;
     bool mHasTable = false;
     StrokeTable mTable;
