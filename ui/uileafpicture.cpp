@@ -18,10 +18,6 @@ namespace {
 // A circle clipped to one tile costs about half of the whole, a curve much less.
 constexpr int TILES_PER_DRAWING = 2;
 
-// Of all tiles, the part that the strokes are drawn anew in one by one: each of the others would
-// draw the strokes that cross it, and all have them in common.
-constexpr int FEW_OF_TILES = 8;
-
 constexpr int BAND_ROWS = 8; // the height of the largest area that is drawn at once
 
 /// The scale to device pixels, and where within its device pixel the view begins.
@@ -39,6 +35,15 @@ std::optional<QTransform> gridOf(const QPainter& painter) {
 QImage partOf(QImage& image, const QRect& rect) {
     uchar* first = image.scanLine(rect.top()) + qsizetype(rect.left()) * (image.depth() / 8);
     return {first, rect.width(), rect.height(), image.bytesPerLine(), image.format()};
+}
+
+/// Throws `std::bad_alloc`.
+QImage newPicture(const QSize& size) {
+    QImage picture(size, QImage::Format_ARGB32_Premultiplied);
+    if (picture.isNull())
+        throw std::bad_alloc();
+    picture.fill(Qt::transparent);
+    return picture;
 }
 
 void copy(const QImage& from, const QRect& rect, QImage& to) {
@@ -92,9 +97,12 @@ bool LeafPicture::drawOn(QPainter& painter, const QSize& size, const QDeadlineTi
     const std::optional<QTransform> grid = gridOf(painter);
     mIsWhole = true;
     mIsNew = false;
+    if (mPainter.shared().mLeaves.isEmpty())
+        return true;
     try {
-        if (!grid || !prepare(*grid, size))
+        if (!grid)
             return false;
+        prepare(*grid, size);
     } catch (const std::bad_alloc&) {
         forget();
         return false;
@@ -118,35 +126,26 @@ void LeafPicture::show(QPainter& painter) const {
     const QTransform toView = mGrid.inverted();
     const QRect unfinished = mShown.rect() & mTiles.pixels({0, mRowsOnStrokes, mTiles.columns(),
                                                             mTiles.rows() - mRowsOnStrokes});
-    if (!unfinished.isEmpty())
+    if (!unfinished.isEmpty() && !mStrokes.isNull())
         painter.drawImage(toView.mapRect(QRectF(unfinished)), mStrokes, unfinished);
     painter.drawImage(toView.mapRect(QRectF(mShown.rect())), mShown);
 }
 
-bool LeafPicture::prepare(const QTransform& grid, const QSize& size) {
+void LeafPicture::prepare(const QTransform& grid, const QSize& size) {
     if (!mShown.isNull() && mGrid == grid && mSize == size)
-        return true;
+        return;
     forget();
     mGrid = grid;
     mSize = size;
     const QRectF area = grid.mapRect(QRectF(QPointF(), size));
     const QSize pixels(static_cast<int>(std::ceil(area.right())),
                        static_cast<int>(std::ceil(area.bottom())));
-    mStrokes = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
-    mShown = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
-    if (mStrokes.isNull() || mShown.isNull()) {
-        forget();
-        return false;
-    }
-    mStrokes.fill(Qt::transparent);
-    mShown.fill(Qt::transparent);
+    mShown = newPicture(pixels);
     mTiles = TileGrid(pixels);
     fileLeaves();
     followLooks();
-    mTouched.clear();
-    mWaiting = TileSet(mTiles);
-    mWaiting.addAll();
-    return true;
+    mWaiting = mLeavingOut = TileSet(mTiles);
+    touchAll();
 }
 
 void LeafPicture::fileLeaves() {
@@ -184,10 +183,12 @@ bool LeafPicture::complete(const QDeadlineTimer& until) {
             return false;
         if (mHasStrokes)
             return true;
-        if (!drawStrokes(until))
+        if (drawStrokes(until)) {
+            mHasStrokes = true;
+            touchAll();
+        } else if (until.hasExpired()) {
             return false;
-        mHasStrokes = true;
-        mWaiting.addAll();
+        }
     }
 }
 
@@ -195,6 +196,12 @@ bool LeafPicture::complete(const QDeadlineTimer& until) {
 bool LeafPicture::drawStrokes(const QDeadlineTimer& until) {
     if (!mPainter.placeStrokes(until))
         return false;
+    if (mPainter.curves().isEmpty())
+        return true;
+    if (mStrokes.isNull()) {
+        mStrokes = newPicture(mShown.size());
+        return false; // its memory took its time
+    }
     mIsNew = true;
     QPainter painter(&mStrokes);
     painter.setTransform(mGrid);
@@ -269,37 +276,38 @@ void LeafPicture::takeTouched() {
         return;
     sortUnique(mTouched);
     if (isLongWay())
-        mWaiting.addAll();
-    else
-        mWaiting.add(mTouched);
+        touchAll();
+    for (const int tile : std::as_const(mTouched))
+        (hasLeftOut(mSelectedOf.value(tile)) ? mLeavingOut : mWaiting).add(tile);
     mTouched.clear();
 }
 
 /// Whether drawing the touched tiles one by one is more work than drawing everything.
 bool LeafPicture::isLongWay() const {
     qsizetype drawings = 0;
-    qsizetype leavingOut = 0;
-    for (const int tile : mTouched) {
-        const QList<int> selected = mSelectedOf.value(tile);
-        drawings += mFirstLeafOf[tile + 1] - mFirstLeafOf[tile] + selected.size();
-        leavingOut += hasLeftOut(selected) ? 1 : 0;
-    }
-    return drawings > TILES_PER_DRAWING * (mLeaves.size() + mSelectedStrokes.size()) ||
-           leavingOut * FEW_OF_TILES > mTiles.count();
+    for (const int tile : mTouched)
+        drawings += mFirstLeafOf[tile + 1] - mFirstLeafOf[tile] + mSelectedOf.value(tile).size();
+    return drawings > TILES_PER_DRAWING * (mLeaves.size() + mSelectedStrokes.size());
+}
+
+void LeafPicture::touchAll() {
+    mTouched.resize(mTiles.count());
+    std::iota(mTouched.begin(), mTouched.end(), 0);
 }
 
 /// Draws the areas that wait; true when none is left.
 bool LeafPicture::drawAreas(const QDeadlineTimer& until) {
-    while (!mWork.tiles.isEmpty() || !mWaiting.isEmpty()) {
+    while (!mWork.tiles.isEmpty() || !mWaiting.isEmpty() || !mLeavingOut.isEmpty()) {
         if (mWork.tiles.isEmpty())
-            beginWork(mWaiting.take(BAND_ROWS));
+            beginWork((mWaiting.isEmpty() ? mLeavingOut : mWaiting).take(BAND_ROWS));
         continueWork(until);
         if (mHasStrokes && mWork.tiles.isEmpty())
-            mRowsOnStrokes = std::max(mRowsOnStrokes, mWaiting.firstRow());
+            mRowsOnStrokes =
+                std::max(mRowsOnStrokes, std::min(mWaiting.firstRow(), mLeavingOut.firstRow()));
         if (until.hasExpired())
             break;
     }
-    return mWork.tiles.isEmpty() && mWaiting.isEmpty();
+    return mWork.tiles.isEmpty() && mWaiting.isEmpty() && mLeavingOut.isEmpty();
 }
 
 void LeafPicture::beginWork(const QRect& tiles) {
@@ -319,7 +327,7 @@ void LeafPicture::beginWork(const QRect& tiles) {
     const bool leavesOut = hasLeftOut(mWork.selected);
     if (leavesOut)
         mWork.strokes = strokesIn(mWork.pixels);
-    if (mHasStrokes && !leavesOut)
+    if (mHasStrokes && !mStrokes.isNull() && !leavesOut)
         copy(mStrokes, mWork.pixels, part);
     else
         part.fill(Qt::transparent);

@@ -18,7 +18,7 @@ namespace ui {
 /// leave the view.
 ///
 /// There are two pictures of the view: one holds every stroke in grey, for as long as strokes, size
-/// and pixel grid stay, the other is what is shown. When the selection changes, only those areas of
+/// and pixel grid stay, the other is what is shown. Without strokes there is no need of the former. When the selection changes, only those areas of
 /// the latter are drawn again that the strokes of the old or the new selected pattern may touch, or
 /// a leaf that looks different: the grey strokes are copied or, where some are to be left out,
 /// drawn, then the selected strokes and leaves that may touch the area. Everything is drawn anew
@@ -67,7 +67,7 @@ private:
         qsizetype size() const { return strokes.size() + selected.size() + leaves.size(); }
     };
 
-    bool prepare(const QTransform& grid, const QSize& size);
+    void prepare(const QTransform& grid, const QSize& size);
     void fileLeaves();
     bool complete(const QDeadlineTimer& until);
     bool drawStrokes(const QDeadlineTimer& until);
@@ -77,6 +77,7 @@ private:
     void fileSelected(const selected_stroke& stroke);
     void takeTouched();
     bool isLongWay() const;
+    void touchAll();
     bool drawAreas(const QDeadlineTimer& until);
     void beginWork(const QRect& tiles);
     QList<int> strokesIn(const QRect& pixels) const;
@@ -95,7 +96,7 @@ private:
     QTransform mGrid; // from view to device pixels, as far as the pixels depend on it
     QSize mSize;      // of the view
     TileGrid mTiles;
-    QImage mStrokes;     // every stroke; null when it is to be drawn
+    QImage mStrokes;     // every stroke; null when there are none yet
     QImage mShown;       // null when it is to be drawn
     int mNextStroke = 0; // to be drawn in mStrokes
     bool mHasStrokes = false;
@@ -118,7 +119,8 @@ private:
     QHash<int, QList<int>> mSelectedOf;      // by tile; positions in mSelectedStrokes
 
     QList<int> mTouched; // tiles that are to be drawn again
-    TileSet mWaiting;    // for that
+    TileSet mWaiting;    // for that; here grey strokes are copied
+    TileSet mLeavingOut; // for that; here they are drawn, but for some
     work mWork;          // under way
 };
 

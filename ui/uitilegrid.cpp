@@ -69,16 +69,9 @@ int TileSet::firstRow() const {
     return isEmpty() ? mGrid.rows() : static_cast<int>(mFirst) / mGrid.columns();
 }
 
-void TileSet::add(const QList<int>& tiles) {
-    for (const int tile : tiles) {
-        mWaits.setBit(tile);
-        mFirst = std::min(mFirst, qsizetype(tile));
-    }
-}
-
-void TileSet::addAll() {
-    mWaits.fill(true);
-    mFirst = 0;
+void TileSet::add(int tile) {
+    mWaits.setBit(tile);
+    mFirst = std::min(mFirst, qsizetype(tile));
 }
 
 QRect TileSet::take(int mostRows) {

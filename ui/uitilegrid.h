@@ -58,8 +58,7 @@ public:
     /// The row of the first tile; that below the grid when the set is empty.
     int firstRow() const;
 
-    void add(const QList<int>& tiles);
-    void addAll();
+    void add(int tile);
 
     /// Takes a rectangle, in columns and rows, of tiles that all wait: the first one, those to its
     /// right and the rows below with the same columns, up to `mostRows`. The set is not empty.

@@ -232,7 +232,7 @@ TEST_F(RandomLeafView, DrawnBitByBitThePixelsAreTheSameInTheEnd) {
         QImage image;
         int steps = 0;
         do {
-            if (below(9) == 0)
+            if (steps < 300 && below(9) == 0)
                 select(below(mNest.size()), below(3));
             image = imageOf(ratio, [&](QImage& onto) {
                 QPainter onImage(&onto);
