@@ -9,9 +9,10 @@
 #include <QApplication>
 #include <QMouseEvent>
 #include <QSettings>
-#include <QTemporaryDir>
 
-#include <iostream>
+#include <sys/resource.h>
+
+#include <ostream>
 
 namespace bench {
 
@@ -68,6 +69,9 @@ public:
             "loaded",
             [&url] { return QSettings().value(QStringLiteral("last-file")).toUrl() == url; }, mOut);
         untilQuiet("shown");
+        rusage usage{};
+        getrusage(RUSAGE_SELF, &usage);
+        mOut << "peak memory so far " << usage.ru_maxrss / 1000 << " MB" << std::endl;
     }
 
     void resize() {
