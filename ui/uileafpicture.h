@@ -18,11 +18,11 @@ namespace ui {
 /// leave the view.
 ///
 /// There are two pictures of the view: one holds every stroke in grey, for as long as strokes, size
-/// and pixel grid stay, the other is what is shown. Without strokes there is no need of the former. When the selection changes, only those areas of
-/// the latter are drawn again that the strokes of the old or the new selected pattern may touch, or
-/// a leaf that looks different: the grey strokes are copied or, where some are to be left out,
-/// drawn, then the selected strokes and leaves that may touch the area. Everything is drawn anew
-/// when that is less work.
+/// and pixel grid stay, the other is what is shown. Without strokes there is no need of the former.
+/// When the selection changes, only those areas of the latter are drawn again that the strokes of
+/// the old or the new selected pattern may touch, or a leaf that looks different: the grey strokes
+/// are copied or, where some are to be left out, drawn, then the selected strokes and leaves that
+/// may touch the area. Everything is drawn anew when that is less work.
 ///
 /// All of this is done bit by bit, as long as the caller allows each time. Leaves come first, at
 /// first on nothing; the grey strokes are shown below them while they are drawn, and are all there
