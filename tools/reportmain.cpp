@@ -13,6 +13,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <new>
 
 namespace {
 
@@ -27,9 +28,17 @@ ExitStatus worse(ExitStatus a, ExitStatus b) {
     return a == FAILED || b == ALL_REPORTED ? a : b;
 }
 
+QString whyUnreadable(const QString& path, report::Log& log) {
+    try {
+        return report::readLog(path, log);
+    } catch (const std::bad_alloc&) {
+        return QStringLiteral("there is not enough memory for it");
+    }
+}
+
 /// Reads a log, saying what is wrong with it.
 ExitStatus readOrComplain(const QString& path, report::Log& log) {
-    const QString reason = report::readLog(path, log);
+    const QString reason = whyUnreadable(path, log);
     if (!reason.isEmpty()) {
         complain(path, reason);
         return FAILED;
