@@ -117,6 +117,19 @@ TEST(Parser, EndOfTextFlushesNothing) {
     });
 }
 
+TEST(Parser, ReportsTheBeginningOfATextThatIsCutAnywhere) {
+    const std::string text =
+        "[{\"down\": [0, \"\xc3\xa9\xf0\x9f\x98\x80\", -1.5e3, 12.25], \"n\": 7},"
+        " \"s\", {\"up\": [1, \"k\"]}, 3]";
+    const auto linesOf = [](const std::string& cut) {
+        const std::string lines = parsed(cut, Pushes::Itself);
+        return lines.substr(0, lines.rfind('\n', lines.size() - 2) + 1); // without the result
+    };
+    const std::string whole = linesOf(text);
+    for (std::size_t size = 0; size < text.size(); ++size)
+        EXPECT_TRUE(whole.starts_with(linesOf(text.substr(0, size)))) << size;
+}
+
 TEST(Parser, ClosingBracketPopsToItsOwnKind) {
     check({
         {"{]", {"{ null @0", "] @0", "pop", "false"}},
