@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <new>
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef QUILLON_SANITIZED
 #define REAL(function) __interceptor_##function
 #else
 #define REAL(function) __libc_##function
