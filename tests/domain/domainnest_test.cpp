@@ -97,6 +97,34 @@ TEST(Branch, CountsItsPatterns) {
     EXPECT_EQ(model::describe(*branch.patternAt(2)), "0,3,0x1");
 }
 
+TEST(Branch, IsTakenOnlyIntoABranchOfItsKey) {
+    Branch branch, other;
+    model::fill(branch, QStringLiteral("k"));
+    model::fill(other, QStringLiteral("o"));
+    addPattern(other, {0, 1, 0}, 0);
+    EXPECT_FALSE(branch.take(other));
+    EXPECT_FALSE(branch.hasPatterns());
+    EXPECT_TRUE(other.hasPatterns());
+}
+
+TEST(Nest, ItsFactoryCopiesBranches) {
+    const Nest::Factory factory(false);
+    Branch branch, copy;
+    model::fill(branch, QStringLiteral("k"));
+    EXPECT_EQ(factory.setObject(&copy, &branch), &copy);
+    EXPECT_EQ(factory.setObject(&copy, nullptr), &copy);
+    EXPECT_EQ(model::describe(copy), model::describe(branch));
+}
+
+TEST(Trace, IsCopiedAndHasNothingOutside) {
+    domain::Trace trace, copy;
+    trace.mIndices.add(7);
+    copy = trace;
+    EXPECT_EQ((copy = *&copy).at(0), 7);
+    EXPECT_EQ(copy.at(1), -1);
+    EXPECT_EQ(copy.at(-1), -1);
+}
+
 TEST(Nest, GrowsByFreeSlots) {
     Nest nest;
     Branch branch;

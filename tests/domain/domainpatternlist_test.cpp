@@ -40,6 +40,17 @@ TEST(Pattern, IsTheSameSequenceWhateverTheCount) {
     EXPECT_FALSE(a.isSameSequence(b));
 }
 
+TEST(Pattern, IsCopiedWithItsCountByTheListsFactoryToo) {
+    const PatternList::Factory factory(false);
+    domain::Pattern pattern, copy, made;
+    model::fill(pattern, {1, 2, 1}, 5);
+    copy = pattern;
+    EXPECT_EQ(model::describe(copy = *&copy), "1,2,1x5");
+    EXPECT_EQ(factory.setObject(&made, &copy), &made);
+    EXPECT_EQ(factory.setObject(&made, nullptr), &made);
+    EXPECT_EQ(model::describe(made), "1,2,1x5");
+}
+
 TEST(PatternList, CountsAKnownSequenceAndAppendsANewOne) {
     PatternList list;
     merge(list, {1, 2, 1}, 2);

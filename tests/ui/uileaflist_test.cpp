@@ -89,6 +89,31 @@ TEST(LeafList, LookUpFindsWhatAWalkFinds) {
     }
 }
 
+TEST(LeafListFactory, OrdersLeavesByTopAndMenuLeavesBehindThemByKey) {
+    const auto leaf = [](int gesture, const QString& key, qreal top) {
+        ui::Leaf made;
+        made.mGesture = gesture;
+        made.mKey = key;
+        made.mBounds = QRectF(0, top, 1, 1);
+        return made;
+    };
+    ui::Leaf inOrder[] = {leaf(domain::GESTURE_DOWN, QStringLiteral("z"), 3),
+                          leaf(domain::GESTURE_UP, QStringLiteral("y"), 4),
+                          leaf(domain::GESTURE_MENU, QStringLiteral("B"), 9),
+                          leaf(domain::GESTURE_MENU, QStringLiteral("a"), 1)};
+    const ui::LeafList::Factory factory(false);
+    for (ui::Leaf& a : inOrder) {
+        EXPECT_EQ(factory.sortObject(&a, nullptr), 0);
+        EXPECT_EQ(factory.sortObject(&a, &a), 0);
+        for (ui::Leaf* b = &a + 1; b < std::end(inOrder); ++b) {
+            EXPECT_LT(factory.sortObject(&a, b), 0);
+            EXPECT_GT(factory.sortObject(b, &a), 0);
+        }
+    }
+    EXPECT_EQ(factory.setObject(inOrder, inOrder + 2)->mKey, QStringLiteral("B"));
+    EXPECT_EQ(factory.setObject(inOrder, nullptr)->mKey, QStringLiteral("B"));
+}
+
 TEST(LeafListDump, NamesEachLeafInListOrder) {
     static QStringList messages;
     domain::Nest nest;
