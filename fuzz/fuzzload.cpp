@@ -84,11 +84,12 @@ QImage drawn(ui::LeafPicture& picture) {
     QImage image(VIEW, QImage::Format_RGB32);
     image.fill(Qt::white);
     QPainter painter(&image);
-    fuzz::require(picture.drawOn(painter, VIEW), "a picture is drawn");
+    fuzz::require(picture.drawOn(painter, VIEW, QDeadlineTimer(QDeadlineTimer::Forever)),
+                  "a picture is drawn");
     return image;
 }
 
-QImage drawn(const ui::LeafPainter& leaves) {
+QImage drawn(ui::LeafPainter& leaves) {
     ui::LeafPicture fresh(leaves);
     return drawn(fresh);
 }
