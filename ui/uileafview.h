@@ -74,8 +74,8 @@ private:
     QPointF mPressPoint; // of the last press, with any button
     QPointF mDragPoint;
     bool mDragging = false;
-    QRect mSelectionBox;   // the rubber band
-    QBasicTimer mContinue; // to draw when other events have had their turn
+    QRect mSelectionBox;       // the rubber band
+    QBasicTimer mContinue;     // to draw when other events have had their turn
     QElapsedTimer mSincePaint; // on the screen
 };
 
