@@ -3,7 +3,6 @@
 #include <cassert>
 #include <exception>
 #include <memory>
-#include <utility>
 
 /// Makes, resets, copies, orders and destroys the objects of lists and arrays.
 /// One static instance serves every container of an element type; it holds no state that changes,
@@ -198,11 +197,10 @@ public:
             other.mActive.linkFront(mActive.unlinkFront());
     }
 
-    /// Exchanges all elements, those that wait included, with `other`.
-    void swap(ManagedList& other) {
-        assert(&mFactory == &other.mFactory);
-        std::swap(mActive, other.mActive);
-        std::swap(mRetired, other.mRetired);
+    /// Hands the elements that wait here to `other`, behind those waiting there.
+    void moveWaitingTo(ManagedList& other) {
+        if (&other != this)
+            other.mRetired.takeAll(mRetired);
     }
 
 protected:

@@ -70,8 +70,9 @@ PatternList& PatternList::operator=(const PatternList& other) {
 
 void PatternList::take(PatternList& other) {
     assert(&other != this);
+    moveWaitingTo(other); // which would make new ones in the place of those that it gives away
     if (isEmpty()) {
-        swap(other); // so that `other`, which gives its patterns away, gets those waiting here
+        other.moveTo(*this);
         std::swap(mIndex, other.mIndex);
     }
     ManagedList<Pattern*> moving(FACTORY);

@@ -39,7 +39,7 @@ public:
     PatternList& operator=(const PatternList& other);
 
     /// As `merge`, but the patterns of `other`, another list, move here instead of being copied; it
-    /// is empty afterwards. Into an empty list they come in exchange for its retired ones.
+    /// is empty afterwards. The patterns that wait here go there in exchange.
     void take(PatternList& other);
 
 private:
@@ -47,9 +47,9 @@ private:
     using ManagedList::moveFrontTo;
     using ManagedList::moveTo;
     using ManagedList::moveToRetired;
+    using ManagedList::moveWaitingTo;
     using ManagedList::popFront;
     using ManagedList::pushFront;
-    using ManagedList::swap;
 
     void index();
     bool isIndexed() const;
