@@ -79,8 +79,7 @@ public:
                     mLongestGap, mLongestWork, mLongestAct);
         int faults = complaints;
         if (mSeconds >= LONG_RUN) {
-            const double before =
-                std::accumulate(mMost.end() - 2 * THIRD, mMost.end() - THIRD, 0.0);
+            const double before = std::accumulate(mMost.begin() + THIRD, mMost.end() - THIRD, 0.0);
             const double after = std::accumulate(mMost.end() - THIRD, mMost.end(), 0.0);
             std::printf("memory: the last third took %.3f of the middle third\n", after / before);
             faults += after > before * MOST_GROWTH;
