@@ -29,9 +29,9 @@ std::set<int> chooseMenus(domain::Nest& nest, int choice) {
 }
 
 std::vector<std::string> patternsOf(const domain::Nest& nest) {
-    std::vector<std::string> texts;
+    std::vector<std::string> texts(static_cast<std::size_t>(nest.size()));
     for (int i = 0; i < nest.size(); ++i)
-        texts.push_back(model::describe(nest.branchAt(i)->mPatterns));
+        texts[static_cast<std::size_t>(i)] = model::describe(nest.branchAt(i)->mPatterns);
     return texts;
 }
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 struct Counted {
-    int id;        // from 0, in the order of making
+    int id = 0;    // from 0, in the order of making
     int value = 0; // 0 in the initial state
 };
 

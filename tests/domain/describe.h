@@ -63,9 +63,11 @@ inline std::string describe(const domain::Branch& branch) {
 }
 
 inline std::vector<std::string> describe(const domain::Nest& nest) {
-    std::vector<std::string> texts;
-    for (int i = 0; i < nest.size(); ++i)
-        texts.push_back(nest.branchAt(i) ? describe(*nest.branchAt(i)) : "none");
+    std::vector<std::string> texts(static_cast<std::size_t>(nest.size()), "none");
+    for (int i = 0; i < nest.size(); ++i) {
+        if (const domain::Branch* branch = nest.branchAt(i))
+            texts[static_cast<std::size_t>(i)] = describe(*branch);
+    }
     return texts;
 }
 
