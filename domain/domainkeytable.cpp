@@ -60,4 +60,9 @@ void KeyTable::set(const QString& key, int index) {
     mIndices[key] = index;
 }
 
+void KeyTable::remove(const QString& key) {
+    mLatest = nullptr;
+    mIndices.erase(key);
+}
+
 } // namespace domain

@@ -25,6 +25,8 @@ public:
     /// Sets the index of `key`. Throws `std::bad_alloc`.
     void set(const QString& key, int index);
 
+    void remove(const QString& key);
+
 private:
     // Not the toolkit's hash of a string: in the version here it leaves the processor's wide
     // registers in use, which slows down whatever runs next.

@@ -129,13 +129,14 @@ int NestReader::indexOf(const QString& key) {
         return known->second;
     const int index = mTarget->size();
     try {
-        if (!mTarget->addSlot())
-            return -1;
         mKeys.set(key, index);
-        return index;
     } catch (const std::exception&) {
         return -1;
     }
+    if (mTarget->addSlot())
+        return index;
+    mKeys.remove(key);
+    return -1;
 }
 
 } // namespace domain

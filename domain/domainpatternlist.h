@@ -11,8 +11,9 @@
 namespace domain {
 
 /// The patterns of one branch, in the order of their discovery; `merge` never stores a sequence
-/// twice. The list owns its patterns and recycles them. A stored pattern's sequence is not changed
-/// from outside: a long list finds sequences by hash.
+/// twice. The list owns its patterns and recycles them; the storage of a far longer sequence than
+/// the new one is given back, else in the end each would have that of the longest run it ever held.
+/// A stored pattern's sequence is not changed from outside: a long list finds sequences by hash.
 class PatternList : public ManagedList<Pattern*> {
 public:
     class Factory : public ClearingFactory<Pattern> {

@@ -32,7 +32,8 @@ void Text::moveToFront(const QChar* keep) {
     const qsizetype kept = mEnd - keep;
     const qsizetype needed = kept + mDecoder.requiredSpace(READ_SIZE);
     if (needed <= mBuffer.size()) {
-        std::copy_n(keep, kept, mBuffer.data());
+        if (keep != mBuffer.constData())
+            std::copy_n(keep, kept, mBuffer.data());
     } else {
         QString larger(std::max(needed, 2 * mBuffer.size()), Qt::Uninitialized);
         std::copy_n(keep, kept, larger.data());
@@ -45,9 +46,11 @@ void Text::moveToFront(const QChar* keep) {
 /// The next bytes, as they stand in the device; none at its end.
 QByteArrayView Text::readBytes() {
     const bool textMode = mDevice.isTextModeEnabled();
-    mDevice.setTextModeEnabled(false);
+    if (textMode)
+        mDevice.setTextModeEnabled(false);
     const qint64 size = mDevice.read(mBytes.get(), READ_SIZE);
-    mDevice.setTextModeEnabled(textMode);
+    if (textMode)
+        mDevice.setTextModeEnabled(true);
     return {mBytes.get(), std::max<qsizetype>(size, 0)};
 }
 

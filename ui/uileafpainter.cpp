@@ -4,7 +4,7 @@
 #include "ui/uilook.h"
 #include "ui/uishared.h"
 
-#include <utility>
+#include <new>
 
 namespace ui {
 
@@ -46,12 +46,25 @@ void LeafPainter::placeLeaves(const QSize& size) {
 }
 
 bool LeafPainter::placeStrokes(const QDeadlineTimer& until) {
-    if (std::exchange(mNeedsTable, false)) {
-        mTable.begin(mShared.mLeaves);
-        mHasTable = false;
+    try {
+        return collectStrokes(until) && placeCurves(until);
+    } catch (const std::bad_alloc&) {
+        onModelChanged(); // nothing stays half done
+        throw;
     }
-    if (!mHasTable && !(mHasTable = mTable.advance(until)))
-        return false;
+}
+
+bool LeafPainter::collectStrokes(const QDeadlineTimer& until) {
+    if (mNeedsTable) {
+        mHasTable = false;
+        mTable.begin(mShared.mLeaves);
+        mNeedsTable = false;
+    }
+    mHasTable = mHasTable || mTable.advance(until);
+    return mHasTable;
+}
+
+bool LeafPainter::placeCurves(const QDeadlineTimer& until) {
     const QList<StrokeTable::entry>& entries = mTable.entries();
     mCurves.reserve(entries.size());
     while (mCurves.size() < entries.size()) {

@@ -46,7 +46,8 @@ public:
     void placeLeaves(const QSize& size);
 
     /// The rest of `layout`, until `until`; true when all strokes are placed. No others but the
-    /// operations of this class and `drawLeaf` may be called before.
+    /// operations of this class and `drawLeaf` may be called before. Throws `std::bad_alloc`; there
+    /// are no strokes then, and the next call begins anew.
     bool placeStrokes(const QDeadlineTimer& until);
 
     void paintOn(QPainter& painter) const;
@@ -75,6 +76,8 @@ public:
     const QList<std::optional<stroke>>& curves() const { return mCurves; }
 
 private:
+    bool collectStrokes(const QDeadlineTimer& until);
+    bool placeCurves(const QDeadlineTimer& until);
     void drawPatterns(QPainter& painter) const;
     void drawLeaves(QPainter& painter) const;
 

@@ -299,7 +299,8 @@ void LeafPicture::touchAll() {
 bool LeafPicture::drawAreas(const QDeadlineTimer& until) {
     while (!mWork.tiles.isEmpty() || !mWaiting.isEmpty() || !mLeavingOut.isEmpty()) {
         if (mWork.tiles.isEmpty())
-            beginWork((mWaiting.isEmpty() ? mLeavingOut : mWaiting).take(BAND_ROWS));
+            beginWork((mWaiting.firstRow() <= mLeavingOut.firstRow() ? mWaiting : mLeavingOut)
+                          .take(BAND_ROWS));
         continueWork(until);
         if (mHasStrokes && mWork.tiles.isEmpty())
             mRowsOnStrokes =

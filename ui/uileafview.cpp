@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 
 namespace ui {
 
@@ -98,7 +99,7 @@ void LeafView::paintEvent(QPaintEvent* event) {
     }
     paintOn(painter, QDeadlineTimer(PAINT_SLICE, Qt::PreciseTimer));
     mSincePaint.start();
-    const bool showsAll = event->region().contains(rect());
+    const bool showsAll = QRegion(rect()).subtracted(event->region()).isEmpty();
     if (!mLeafPicture.isWhole() || (mLeafPicture.isNew() && !showsAll))
         mContinue.start(0, this);
 }
@@ -143,12 +144,20 @@ void LeafView::layout(const QSize& size) {
 void LeafView::paintOn(QPainter& painter, const QDeadlineTimer& until) {
     if (mNeedsLayout)
         layout(size());
-    if (!mLeafPicture.drawOn(painter, size(), until)) {
-        mLeafPainter.placeStrokes(QDeadlineTimer(QDeadlineTimer::Forever));
-        mLeafPainter.paintOn(painter);
-    }
+    if (!mLeafPicture.drawOn(painter, size(), until))
+        drawWithoutPicture(painter);
     if (mDragging)
         drawRubberBand(painter);
+}
+
+/// Where there is no memory for the strokes either, leaves alone.
+void LeafView::drawWithoutPicture(QPainter& painter) {
+    try {
+        mLeafPainter.placeStrokes(QDeadlineTimer(QDeadlineTimer::Forever));
+        mLeafPainter.paintOn(painter);
+    } catch (const std::bad_alloc&) {
+        mLeafPainter.paintOn(painter);
+    }
 }
 
 /// Whether it paints on the window's own pixels, which can be painted on again.

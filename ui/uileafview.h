@@ -60,6 +60,7 @@ protected:
 private:
     void layout(const QSize& size);
     void paintOn(QPainter& painter, const QDeadlineTimer& until);
+    void drawWithoutPicture(QPainter& painter);
     bool isOnScreen(const QPainter& painter) const;
     void drawRubberBand(QPainter& painter);
     void getSelectionBox(QRect& box) const;
