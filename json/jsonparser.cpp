@@ -134,16 +134,6 @@ void Parser::forgetText() {
     mNumberEnd = nullptr;
 }
 
-bool Parser::handle(Text& text) {
-    const QChar* here = text.end();
-    while (here != text.end() || readOn(text, here)) {
-        here = handlePiece(here, text);
-        if (!here)
-            return false;
-    }
-    return true;
-}
-
 /// Goes on to the next piece of the text. What is still referred to is kept: `here` moves with its
 /// place in the text.
 bool Parser::readOn(Text& text, const QChar*& here) {
@@ -212,17 +202,16 @@ inline const QChar* Parser::handleCharacter(const QChar* here, Text& text) {
     return nullptr;
 }
 
-/// The end of the piece, or of another one that a string went on into; null when the parse has
-/// failed.
-const QChar* Parser::handlePiece(const QChar* here, Text& text) {
-    while (here != text.end()) {
+bool Parser::handle(Text& text) {
+    const QChar* here = text.end();
+    while (here != text.end() || readOn(text, here)) {
         if (!mCurrent)
-            return nullptr;
+            return false;
         here = handleCharacter(here, text);
         if (!here)
-            return nullptr;
+            return false;
     }
-    return here;
+    return true;
 }
 
 /// The place after the closing quote of the string that begins at `start`, null without one.

@@ -52,7 +52,6 @@ private:
     void forgetText();
 
     bool handle(Text& text);
-    const QChar* handlePiece(const QChar* here, Text& text);
     const QChar* handleCharacter(const QChar* here, Text& text);
     const QChar* handleString(const QChar* start, Text& text);
     bool readOn(Text& text, const QChar*& here);
