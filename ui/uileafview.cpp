@@ -154,10 +154,10 @@ void LeafView::paintOn(QPainter& painter, const QDeadlineTimer& until) {
 void LeafView::drawWithoutPicture(QPainter& painter) {
     try {
         mLeafPainter.placeStrokes(QDeadlineTimer(QDeadlineTimer::Forever));
-        mLeafPainter.paintOn(painter);
     } catch (const std::bad_alloc&) {
-        mLeafPainter.paintOn(painter);
+        // No stroke is placed then.
     }
+    mLeafPainter.paintOn(painter);
 }
 
 /// Whether it paints on the window's own pixels, which can be painted on again.
