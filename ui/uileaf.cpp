@@ -4,20 +4,11 @@
 #include "ui/uileafselection.h"
 #include "ui/uilook.h"
 
-#include <algorithm>
-
 namespace ui {
-
-namespace {
-
-constexpr int MANY = 100; // patterns of a branch
-
-} // namespace
 
 void Leaf::clear() {
     mBranch = nullptr;
     mWeight = 0;
-    mRank = 0;
 }
 
 void Leaf::setTo(const Leaf& other) {
@@ -28,7 +19,6 @@ void Leaf::setTo(const Leaf& other) {
     mKey = other.mKey;
     mGesture = other.mGesture;
     mWeight = other.mWeight;
-    mRank = other.mRank;
     mBounds = other.mBounds;
 }
 
@@ -36,29 +26,8 @@ void Leaf::setTo(const domain::Branch& branch) {
     mBranch = &branch;
     mKey = branch.mKey;
     mGesture = branch.mGesture;
+    mWeight = branch.patternWeight();
     mBounds = branch.mBounds;
-    mWeight = 0;
-    mRank = 0;
-    for (auto pattern = branch.beginPatterns(); pattern.hasValue(); ++pattern) {
-        mWeight += (*pattern)->mCount + 1;
-        mRank = std::max(mRank, (*pattern)->mCount);
-    }
-}
-
-int Leaf::rank() const {
-    if (!mBranch)
-        return 0;
-    return hasManyPatterns() ? mRank : mBranch->maxPatternCount();
-}
-
-int Leaf::weight() const {
-    if (!mBranch)
-        return 0;
-    return hasManyPatterns() ? mWeight : mBranch->patternWeight();
-}
-
-bool Leaf::hasManyPatterns() const {
-    return mBranch->patternSize() > MANY;
 }
 
 bool Leaf::isContainedBy(const QRectF& rect) const {

@@ -27,7 +27,7 @@ struct leaf_draw {
 /// names it. Main thread only.
 class Leaf {
 public:
-    /// Forgets the branch, its weight and its rank, nothing else.
+    /// Forgets the branch and its weight, nothing else.
     void clear();
 
     /// Takes over everything but the position.
@@ -35,13 +35,6 @@ public:
 
     /// Shows `branch`, which is not owned and outlives the leaf's use; the index stays.
     void setTo(const domain::Branch& branch);
-
-    /// The branch's rank, 0 without a branch. Of a branch of many patterns, which lie all over the
-    /// memory, it is the one when it was taken over.
-    int rank() const;
-
-    /// The branch's pattern weight, likewise.
-    int weight() const;
 
     bool isMenu() const { return mGesture == domain::GESTURE_MENU; }
 
@@ -60,13 +53,11 @@ public:
     QString mKey;
     int mGesture = domain::GESTURE_NONE;
     int mWeight = 0; ///< The branch's pattern weight when it was taken over.
-    int mRank = 0;   ///< The branch's rank when it was taken over.
     QRectF mBounds;  ///< In the log's coordinates, which need not be finite.
     QPointF mPos;    ///< Centre of the circle in view pixels; finite.
     QPointF mNorm;   ///< Place among the leaves, without unit; for a menu leaf (ordinal, 0).
 
 private:
-    bool hasManyPatterns() const;
     QBrush fill(const leaf_draw& draw) const;
 };
 

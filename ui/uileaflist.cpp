@@ -87,18 +87,21 @@ Leaf* LeafList::walkTo(int index) const {
     return nullptr;
 }
 
-int LeafList::maxPatternCount() const {
+int LeafList::largest(int (domain::Branch::*measure)() const) const {
     int max = 0;
-    for (auto it = begin(); it.hasValue(); ++it)
-        max = std::max(max, (*it)->rank());
+    for (auto it = begin(); it.hasValue(); ++it) {
+        if (const domain::Branch* branch = (*it)->mBranch)
+            max = std::max(max, (branch->*measure)());
+    }
     return max;
 }
 
+int LeafList::maxPatternCount() const {
+    return largest(&domain::Branch::maxPatternCount);
+}
+
 int LeafList::maxPatternWeight() const {
-    int max = 0;
-    for (auto it = begin(); it.hasValue(); ++it)
-        max = std::max(max, (*it)->weight());
-    return max;
+    return largest(&domain::Branch::patternWeight);
 }
 
 void LeafList::print() const {

@@ -39,10 +39,10 @@ public:
     /// The branch of `leafAt(index)`, or null.
     const domain::Branch* branchAt(int index) const;
 
-    /// The highest rank of the leaves (`Leaf::rank`), at least 0.
+    /// The highest rank of the leaves' branches now, at least 0.
     int maxPatternCount() const;
 
-    /// The largest pattern weight of the leaves (`Leaf::weight`), at least 0.
+    /// The largest pattern weight of the leaves' branches now, at least 0.
     int maxPatternWeight() const;
 
     /// Dumps the leaves on the debug stream, one a message.
@@ -55,6 +55,7 @@ private:
     void forgetFiled() { mFiledHead = nullptr; }
 
     Leaf* walkTo(int index) const;
+    int largest(int (domain::Branch::*measure)() const) const;
 
     int mMenuCount = 0;
 

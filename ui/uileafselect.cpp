@@ -16,7 +16,7 @@ QList<leaf_select> rankedLeaves(const LeafList& leaves) {
     for (auto it = leaves.begin(); it.hasValue(); ++it) {
         const domain::Branch* branch = (*it)->mBranch;
         if (branch && branch->hasPatterns())
-            ranked.append(leaf_select((*it)->rank(), (*it)->mIndex));
+            ranked.append(leaf_select(branch->maxPatternCount(), (*it)->mIndex));
     }
     return ranked;
 }
