@@ -3,13 +3,13 @@
 #include "bench/benchtrace.h"
 #include "domain/domaincyclebuilderiterative.h"
 #include "domain/domainnest.h"
-#include "ui/uileafbuilder.h"
-#include "ui/uileaflayout.h"
-#include "ui/uileafselect.h"
-#include "ui/uileafview.h"
-#include "ui/uilook.h"
-#include "ui/uishared.h"
-#include "ui/uistroke.h"
+#include "ui/leaves/uileafbuilder.h"
+#include "ui/leaves/uileaflayout.h"
+#include "ui/leaves/uileafrank.h"
+#include "ui/leaves/uilook.h"
+#include "ui/leaves/uishared.h"
+#include "ui/picture/uistroke.h"
+#include "ui/views/uileafview.h"
 
 #include <QCoreApplication>
 #include <QImage>
@@ -123,8 +123,8 @@ public:
     /// The focus through all leaves.
     double leafSteps() {
         ui::LeafSelection selection;
-        for (auto leaf = mShared.mLeaves.begin(); leaf.hasValue(); ++leaf)
-            selection.mAlternates.add((*leaf)->mIndex);
+        for (const ui::Leaf* leaf : mShared.mLeaves)
+            selection.mAlternates.add(leaf->mIndex);
         std::vector<double> times;
         for (int i = 0; i < std::min(STEPS, mShared.mLeaves.size()); ++i) {
             selection.mPrimary = selection.mAlternates[i];
@@ -156,12 +156,11 @@ public:
             QPainter painter(&mImage);
             painter.setRenderHint(QPainter::Antialiasing);
             painter.setPen(mLook.mPatternPen);
-            for (auto leaf = mShared.mLeaves.begin(); leaf.hasValue(); ++leaf) {
-                for (auto it = (*leaf)->mBranch->beginPatterns(); it.hasValue(); ++it) {
-                    const domain::Pattern& pattern = **it;
-                    all += pattern.mSequence.size() - 1;
+            for (const ui::Leaf* leaf : mShared.mLeaves) {
+                for (const domain::Pattern* pattern : leaf->mBranch->mPatterns) {
+                    all += pattern->mSequence.size() - 1;
                     if (number++ % ONE_PATTERN_IN == 0) {
-                        paint(painter, pattern);
+                        paint(painter, *pattern);
                         painted += pattern.mSequence.size() - 1;
                     }
                 }

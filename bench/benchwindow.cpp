@@ -1,9 +1,9 @@
 #include "bench/benchwindow.h"
 
 #include "bench/benchevents.h"
-#include "ui/uibarview.h"
-#include "ui/uileafview.h"
 #include "ui/uiwin.h"
+#include "ui/views/uibarview.h"
+#include "ui/views/uileafview.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,5 +1,6 @@
-# The one interface target that every library, program and test of the tree links: language
-# level, warnings, sanitizers and the form in which assertions name their source file.
+# quillon_tree: what whoever includes a header of the tree needs, the language level and the root of
+# all includes. quillon_options: what is compiled here, warnings, sanitizers and the form in which
+# assertions name their source file; targets link it privately, so that none of it gets further.
 
 set(QUILLON_SANITIZE "" CACHE STRING "Sanitizers to build with, as in -fsanitize=")
 
@@ -8,9 +9,12 @@ foreach(config RELEASE RELWITHDEBINFO MINSIZEREL)
     string(REPLACE "-DNDEBUG" "" CMAKE_CXX_FLAGS_${config} "${CMAKE_CXX_FLAGS_${config}}")
 endforeach()
 
+add_library(quillon_tree INTERFACE)
+target_compile_features(quillon_tree INTERFACE cxx_std_20)
+target_include_directories(quillon_tree INTERFACE ${PROJECT_SOURCE_DIR})
+
 add_library(quillon_options INTERFACE)
-target_compile_features(quillon_options INTERFACE cxx_std_20)
-target_include_directories(quillon_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_link_libraries(quillon_options INTERFACE quillon_tree)
 target_compile_options(quillon_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror
     -fmacro-prefix-map=${PROJECT_SOURCE_DIR}=Quillon

@@ -2,6 +2,7 @@
 
 #include <cassert>
 #include <exception>
+#include <iterator>
 #include <memory>
 
 /// Makes, resets, copies, orders and destroys the objects of lists and arrays.
@@ -136,6 +137,9 @@ public:
 
     ManagedListIterator<T> begin() const { return ManagedListIterator<T>(*this); }
 
+    /// What an iterator past the end equals: `for (T object : list)` walks from front to back.
+    std::default_sentinel_t end() const { return {}; }
+
     /// Inserts an element at the front and returns its object in its initial state. An exception
     /// of the factory's `newObject` passes and leaves the list unchanged.
     T pushFront() {
@@ -237,6 +241,8 @@ public:
         : mNode(list.getHead()) {}
 
     bool hasValue() const { return mNode; }
+
+    bool operator==(std::default_sentinel_t) const { return !mNode; }
 
     /// The object under the iterator, null past the end.
     T operator*() const { return mNode ? mNode->value : nullptr; }

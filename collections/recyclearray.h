@@ -48,6 +48,14 @@ public:
 
     const T* data() const { return mData; }
 
+    T* begin() { return mData; }
+
+    T* end() { return mData + mSize; }
+
+    const T* begin() const { return mData; }
+
+    const T* end() const { return mData + mSize; }
+
     /// Sets the number of slots in use. New slots of plain values are unspecified; objects come
     /// back in their initial state. False, with nothing changed, for a negative size or when
     /// storage is exhausted; false, with the size changed, when an object could not be made.
@@ -110,7 +118,7 @@ public:
     }
 
 private:
-    static std::size_t bytes(int slots) { return static_cast<std::size_t>(slots) * sizeof(T); }
+    static std::size_t bytes(int count) { return static_cast<std::size_t>(count) * sizeof(T); }
 
     bool growTo(int size) {
         if (size > std::numeric_limits<int>::max() - mGrow)

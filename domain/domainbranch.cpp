@@ -61,21 +61,21 @@ int Branch::patternCount(int index) const {
 
 int Branch::maxPatternCount() const {
     int max = 0;
-    for (auto it = beginPatterns(); it.hasValue(); ++it)
-        max = std::max(max, (*it)->mCount);
+    for (const Pattern* pattern : mPatterns)
+        max = std::max(max, pattern->mCount);
     return max;
 }
 
 int Branch::patternWeight() const {
     int weight = 0;
-    for (auto it = beginPatterns(); it.hasValue(); ++it)
-        weight += (*it)->mCount + 1;
+    for (const Pattern* pattern : mPatterns)
+        weight += pattern->mCount + 1;
     return weight;
 }
 
 void Branch::printTo(QDebug& dbg) const {
     dbg << "key=";
-    writeKey(dbg, mKey);
+    write_key(dbg, mKey);
     dbg << " gesture=" << mGesture;
 }
 
@@ -86,7 +86,7 @@ void Branch::copyEvents(const Branch& other) {
 }
 
 bool Branch::mergeEvents(const Branch& other) {
-    if (!isSameText(mKey, other.mKey))
+    if (!is_same_text(mKey, other.mKey))
         return false;
     mBounds |= other.mBounds;
     return true;

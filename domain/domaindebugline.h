@@ -26,7 +26,7 @@ private:
 
 /// Writes `key` as an item in double quotes, with no character escaped: a backslash in a key is a
 /// character like any other.
-inline void writeKey(QDebug& stream, const QString& key) {
+inline void write_key(QDebug& stream, const QString& key) {
     stream.noquote() << QString(u'"' + key + u'"');
     stream.quote();
 }

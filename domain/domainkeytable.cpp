@@ -47,7 +47,7 @@ void KeyTable::clear() {
 }
 
 const KeyTable::Entry* KeyTable::find(const QString& key) {
-    if (mLatest && isSameText(mLatest->first, key))
+    if (mLatest && is_same_text(mLatest->first, key))
         return mLatest;
     const auto known = mIndices.find(key);
     if (known == mIndices.end())

@@ -35,7 +35,7 @@ private:
     };
 
     struct same {
-        bool operator()(const QString& a, const QString& b) const { return isSameText(a, b); }
+        bool operator()(const QString& a, const QString& b) const { return is_same_text(a, b); }
     };
 
     std::unordered_map<QString, int, hash, same> mIndices;

@@ -103,13 +103,13 @@ void Nest::print() const {
 }
 
 /// False when memory is exhausted; a slot without a branch counts all the same.
-bool Nest::growTo(int slots) {
+bool Nest::growTo(int count) {
     resetKept();
-    if (!mUsed.makeRoom(slots))
+    if (!mUsed.makeRoom(count))
         return false;
-    const bool grown = slots <= mBranches.size() || mBranches.setSize(slots);
-    if (slots <= mBranches.size()) {
-        mSize = slots;
+    const bool grown = count <= mBranches.size() || mBranches.setSize(count);
+    if (count <= mBranches.size()) {
+        mSize = count;
         mHasGaps = mHasGaps || !grown;
     }
     return grown;

@@ -58,7 +58,7 @@ public:
     void print() const;
 
 private:
-    bool growTo(int slots);
+    bool growTo(int count);
     void resetKept();
 
     ManagedArray<Branch*> mBranches; ///< Never shrinks.

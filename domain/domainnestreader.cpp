@@ -19,11 +19,11 @@ constexpr int X_AT = 2;
 constexpr int Y_AT = 3;
 
 int gestureOf(const QString& name) {
-    if (isSameText(name, DOWN_SZ))
+    if (is_same_text(name, DOWN_SZ))
         return GESTURE_DOWN;
-    if (isSameText(name, UP_SZ))
+    if (is_same_text(name, UP_SZ))
         return GESTURE_UP;
-    if (isSameText(name, MENU_SZ))
+    if (is_same_text(name, MENU_SZ))
         return GESTURE_MENU;
     return GESTURE_NONE;
 }

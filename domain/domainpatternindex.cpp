@@ -40,20 +40,20 @@ void PatternIndex::insert(std::size_t hash, Pattern* pattern) {
 }
 
 void PatternIndex::grow() {
-    std::vector<slot> slots(std::max(FIRST_SLOTS, mSlots.size() * 2));
+    std::vector<slot> table(std::max(FIRST_SLOTS, mSlots.size() * 2));
     for (const slot& entry : mSlots) {
         if (entry.pattern)
-            place(slots, entry);
+            place(table, entry);
     }
-    mSlots.swap(slots);
+    mSlots.swap(table);
 }
 
-void PatternIndex::place(std::vector<slot>& slots, const slot& entry) {
-    const std::size_t mask = slots.size() - 1;
+void PatternIndex::place(std::vector<slot>& table, const slot& entry) {
+    const std::size_t mask = table.size() - 1;
     std::size_t at = entry.hash & mask;
-    while (slots[at].pattern)
+    while (table[at].pattern)
         at = (at + 1) & mask;
-    slots[at] = entry;
+    table[at] = entry;
 }
 
 } // namespace domain

@@ -31,7 +31,7 @@ private:
     };
 
     void grow();
-    static void place(std::vector<slot>& slots, const slot& entry);
+    static void place(std::vector<slot>& table, const slot& entry);
 
     std::vector<slot> mSlots; ///< Empty or a power of two of them.
     int mSize = 0;

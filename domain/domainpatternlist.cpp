@@ -55,16 +55,16 @@ bool PatternList::merge(std::span<const int> run, std::size_t hash) {
 }
 
 void PatternList::merge(const PatternList& other) {
-    for (auto it = other.begin(); it.hasValue(); ++it)
-        merge(**it);
+    for (const Pattern* pattern : other)
+        merge(*pattern);
 }
 
 PatternList& PatternList::operator=(const PatternList& other) {
     if (&other == this)
         return *this;
     clear();
-    for (auto it = other.begin(); it.hasValue(); ++it)
-        append((*it)->run(), (*it)->mCount);
+    for (const Pattern* pattern : other)
+        append(pattern->run(), pattern->mCount);
     return *this;
 }
 
@@ -86,7 +86,7 @@ void PatternList::take(PatternList& other) {
         } else {
             other.moveFrontTo(moving);
             moving.moveTo(*this);
-            file(hash, pattern);
+            addToIndex(hash, pattern);
         }
     }
     other.clear();
@@ -98,8 +98,8 @@ void PatternList::index() {
         return;
     mIndex.clear();
     try {
-        for (auto it = begin(); it.hasValue(); ++it)
-            mIndex.insert(RunHash::of((*it)->run()), *it);
+        for (Pattern* pattern : *this)
+            mIndex.insert(RunHash::of(pattern->run()), pattern);
     } catch (const std::exception&) {
         mIndex.clear();
     }
@@ -117,9 +117,9 @@ std::size_t PatternList::hashOf(const Pattern& pattern) const {
 Pattern* PatternList::find(std::span<const int> run, std::size_t hash) const {
     if (isIndexed())
         return mIndex.find(hash, run);
-    for (auto it = begin(); it.hasValue(); ++it) {
-        if ((*it)->isSequence(run))
-            return *it;
+    for (Pattern* pattern : *this) {
+        if (pattern->isSequence(run))
+            return pattern;
     }
     return nullptr;
 }
@@ -131,7 +131,7 @@ bool PatternList::add(std::span<const int> run, std::size_t hash, int count) {
     }
     Pattern* added = append(run, count);
     if (added)
-        file(hash, added);
+        addToIndex(hash, added);
     return added;
 }
 
@@ -158,7 +158,7 @@ Pattern* PatternList::append(std::span<const int> run, int count) {
 }
 
 /// Indexes the pattern that was just appended, if the others are.
-void PatternList::file(std::size_t hash, Pattern* added) {
+void PatternList::addToIndex(std::size_t hash, Pattern* added) {
     if (mIndex.size() == 0 || mIndex.size() + 1 != size())
         return;
     try {

@@ -58,7 +58,7 @@ private:
     Pattern* find(std::span<const int> run, std::size_t hash) const;
     bool add(std::span<const int> run, std::size_t hash, int count);
     Pattern* append(std::span<const int> run, int count);
-    void file(std::size_t hash, Pattern* added);
+    void addToIndex(std::size_t hash, Pattern* added);
 
     PatternIndex mIndex; ///< Of all patterns of a long list, else empty.
 };

@@ -8,7 +8,7 @@ namespace domain {
 
 /// Whether two texts are equal, letter case included. At once for those that share their storage,
 /// as the keys of one branch's events do.
-inline bool isSameText(const QString& a, const QString& b) {
+inline bool is_same_text(const QString& a, const QString& b) {
     if (a.size() != b.size())
         return false;
     return a.constData() == b.constData() ||

@@ -11,17 +11,17 @@ namespace domain {
 class UsedSlots {
 public:
     /// Makes room for the slots below `slots`. False when memory is exhausted.
-    bool makeRoom(int slots) {
+    bool makeRoom(int count) {
         const int room = mIsUsed.size();
         const int used = mUsed.size();
-        if (slots <= room)
+        if (count <= room)
             return true;
-        if (!mUsed.setSize(slots))
+        if (!mUsed.setSize(count))
             return false;
         mUsed.setSize(used);
-        if (!mIsUsed.setSize(slots))
+        if (!mIsUsed.setSize(count))
             return false;
-        for (int slot = room; slot < slots; ++slot)
+        for (int slot = room; slot < count; ++slot)
             mIsUsed[slot] = 0;
         return true;
     }

@@ -10,8 +10,8 @@
 #include "domain/domainrunhash.h"
 #include "fuzz/fuzzinput.h"
 #include "fuzz/fuzztarget.h"
-#include "tests/collections/countingfactory.h"
-#include "tests/domain/describe.h"
+#include "tests/common/countingfactory.h"
+#include "tests/common/describe.h"
 
 #include <algorithm>
 #include <array>

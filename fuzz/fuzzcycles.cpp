@@ -5,7 +5,7 @@
 #include "fuzz/fuzzinput.h"
 #include "fuzz/fuzztarget.h"
 #include "fuzz/plain/plaincyclebuilder.h"
-#include "tests/domain/describe.h"
+#include "tests/common/describe.h"
 
 #include <set>
 #include <string>

@@ -7,13 +7,13 @@
 #include "fuzz/plain/plainnestreader.h"
 #include "fuzz/plain/plainparser.h"
 #include "json/jsonparser.h"
-#include "ui/uileafbuilder.h"
-#include "ui/uileaflayout.h"
-#include "ui/uileafpainter.h"
-#include "ui/uileafpicture.h"
-#include "ui/uileafselect.h"
-#include "ui/uilook.h"
-#include "ui/uishared.h"
+#include "ui/leaves/uileafbuilder.h"
+#include "ui/leaves/uileaflayout.h"
+#include "ui/leaves/uileafrank.h"
+#include "ui/leaves/uilook.h"
+#include "ui/leaves/uishared.h"
+#include "ui/picture/uileafpainter.h"
+#include "ui/picture/uileafpicture.h"
 
 #include <QBuffer>
 #include <QFontMetrics>
@@ -55,8 +55,8 @@ std::string text(const domain::Nest& nest) {
     for (int i = 0; i < nest.size(); ++i) {
         const domain::Branch& branch = *nest.branchAt(i);
         text += ::text(branch.mKey, branch.mGesture, branch.mBounds);
-        for (auto it = branch.beginPatterns(); it.hasValue(); ++it)
-            text += ::text((*it)->run(), (*it)->mCount);
+        for (const domain::Pattern* pattern : branch.mPatterns)
+            text += ::text(pattern->run(), pattern->mCount);
         text += '\n';
     }
     return text;
@@ -120,8 +120,8 @@ void draw(const domain::Nest& nest) {
     ui::LeafLayout(shared.mLeaves).layout();
     ui::LeafPainter leaves(look, shared);
     leaves.layout(VIEW);
-    for (auto leaf = shared.mLeaves.begin(); leaf.hasValue(); ++leaf)
-        fuzz::require(std::isfinite((*leaf)->mPos.x()) && std::isfinite((*leaf)->mPos.y()),
+    for (const ui::Leaf* leaf : shared.mLeaves)
+        fuzz::require(std::isfinite(leaf->mPos.x()) && std::isfinite(leaf->mPos.y()),
                       "every leaf is somewhere");
     ui::LeafPicture stepped(leaves);
     drawn(stepped);

@@ -8,7 +8,7 @@
 #include "fuzz/fuzztarget.h"
 #include "fuzz/plain/plainparser.h"
 #include "json/jsonparser.h"
-#include "tests/json/recorder.h"
+#include "tests/common/recorder.h"
 
 #include <QBuffer>
 #include <QStringEncoder>

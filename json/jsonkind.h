@@ -21,7 +21,7 @@ enum class Kind : quint8 {
 
 using KindTable = std::array<Kind, 128>;
 
-constexpr KindTable asciiKinds() {
+constexpr KindTable ascii_kinds() {
     KindTable kinds{};
     for (const char space : {' ', '\t', '\n', '\v', '\f', '\r'})
         kinds[static_cast<std::size_t>(space)] = Kind::Space;
@@ -35,9 +35,9 @@ constexpr KindTable asciiKinds() {
     return kinds;
 }
 
-inline constexpr KindTable ASCII_KINDS = asciiKinds();
+inline constexpr KindTable ASCII_KINDS = ascii_kinds();
 
-inline Kind kindOf(QChar c) {
+inline Kind kind_of(QChar c) {
     if (c.unicode() < ASCII_KINDS.size())
         return ASCII_KINDS[c.unicode()];
     return c.isSpace() ? Kind::Space : Kind::Bare;

@@ -25,7 +25,7 @@ const QChar* readDigits(const QChar* here, const QChar* end, quint64& digits) {
 
 } // namespace
 
-const QChar* readDecimal(const QChar* here, const QChar* end, double& number) {
+const QChar* read_decimal(const QChar* here, const QChar* end, double& number) {
     const bool negative = here != end && *here == u'-';
     const QChar* const first = here + (negative ? 1 : 0);
     quint64 digits = 0;
@@ -43,11 +43,11 @@ const QChar* readDecimal(const QChar* here, const QChar* end, double& number) {
     return last;
 }
 
-bool toNumber(QStringView span, double& number) {
+bool to_number(QStringView span, double& number) {
     if (span.isEmpty()) // the most frequent case: flushes with nothing pending
         return false;
     double decimal = 0;
-    if (readDecimal(span.begin(), span.end(), decimal) == span.end()) {
+    if (read_decimal(span.begin(), span.end(), decimal) == span.end()) {
         number = decimal;
         return true;
     }

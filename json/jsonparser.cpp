@@ -27,7 +27,7 @@ void getReference(const QChar* text, qsizetype length, QString& out) {
 
 /// The first character from `here` on that is of another kind.
 const QChar* skip(Kind kind, const QChar* here, const QChar* end) {
-    while (here != end && kindOf(*here) == kind)
+    while (here != end && kind_of(*here) == kind)
         ++here;
     return here;
 }
@@ -163,7 +163,7 @@ inline const QChar* Parser::skipSpaces(const QChar* here, const QChar* end) cons
 inline const QChar* Parser::handleBare(const QChar* here, const QChar* end) {
     if (!mValueStart) {
         mValueStart = here;
-        mNumberEnd = readDecimal(here, end, mNumber);
+        mNumberEnd = read_decimal(here, end, mNumber);
         if (mNumberEnd)
             return mNumberEnd;
     }
@@ -173,7 +173,7 @@ inline const QChar* Parser::handleBare(const QChar* here, const QChar* end) {
 /// The place to go on from; null when the parse has failed.
 inline const QChar* Parser::handleCharacter(const QChar* here, Text& text) {
     const QChar* const next = here + 1;
-    switch (kindOf(*here)) {
+    switch (kind_of(*here)) {
     case Kind::OpenObject:
         return startObject() ? next : nullptr;
     case Kind::CloseObject:
@@ -216,12 +216,12 @@ bool Parser::handle(Text& text) {
 
 /// The place after the closing quote of the string that begins at `start`, null without one.
 const QChar* Parser::handleString(const QChar* start, Text& text) {
-    const QChar* quote = findQuote(start, text.end());
+    const QChar* quote = find_quote(start, text.end());
     while (quote == text.end()) {
         const qsizetype searched = quote - start;
         if (!readOn(text, start))
             return nullptr;
-        quote = findQuote(start + searched, text.end());
+        quote = find_quote(start + searched, text.end());
     }
     if (mIsValue)
         reportString({start, quote});
@@ -262,7 +262,7 @@ bool Parser::takeNumber(const QChar* here, double& number) {
     if (!start)
         return false;
     if (mNumberEnd != here)
-        return toNumber({start, here}, number);
+        return to_number({start, here}, number);
     number = mNumber;
     return true;
 }

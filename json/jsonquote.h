@@ -12,7 +12,7 @@ namespace json {
 
 /// The first quote from `here` on, `end` without one. Most strings of a log are short: what counts
 /// is to begin at once, without a call.
-inline const QChar* findQuote(const QChar* here, const QChar* end) {
+inline const QChar* find_quote(const QChar* here, const QChar* end) {
 #ifdef __SSE2__
     constexpr int LANES = 8;
     const __m128i quote = _mm_set1_epi16('"');

@@ -133,9 +133,9 @@ void LoadThread::announce() {
 bool LoadThread::waitForInput() {
     const QMutexLocker locker(&mWaitLock);
     if (!mInputChanged) {
-        tsan::beforeWait(mWaitLock);
+        tsan::before_wait(mWaitLock);
         mWaitCondition.wait(&mWaitLock);
-        tsan::afterWait(mWaitLock);
+        tsan::after_wait(mWaitLock);
     }
     mInputChanged = false;
     return !mQuit;

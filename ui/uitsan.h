@@ -13,7 +13,7 @@
 namespace ui::tsan {
 
 /// Before a wait on a condition, which releases `mutex` and takes it again.
-inline void beforeWait([[maybe_unused]] QMutex& mutex) {
+inline void before_wait([[maybe_unused]] QMutex& mutex) {
 #if defined(__SANITIZE_THREAD__)
     QtTsan::mutexPreUnlock(&mutex, 0U);
     QtTsan::mutexPostUnlock(&mutex, 0U);
@@ -21,7 +21,7 @@ inline void beforeWait([[maybe_unused]] QMutex& mutex) {
 }
 
 /// After that wait.
-inline void afterWait([[maybe_unused]] QMutex& mutex) {
+inline void after_wait([[maybe_unused]] QMutex& mutex) {
 #if defined(__SANITIZE_THREAD__)
     QtTsan::mutexPreLock(&mutex, 0U);
     QtTsan::mutexPostLock(&mutex, 0U, 0);

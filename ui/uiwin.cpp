@@ -1,12 +1,12 @@
 #include "ui/uiwin.h"
 
-#include "ui/uileafbar.h"
-#include "ui/uileafbuilder.h"
-#include "ui/uileaflayout.h"
-#include "ui/uileafselect.h"
-#include "ui/uileafview.h"
-#include "ui/uipatternbar.h"
-#include "ui/uiselectionview.h"
+#include "ui/leaves/uileafbuilder.h"
+#include "ui/leaves/uileaflayout.h"
+#include "ui/leaves/uileafrank.h"
+#include "ui/views/uileafbar.h"
+#include "ui/views/uileafview.h"
+#include "ui/views/uipatternbar.h"
+#include "ui/views/uiselectionview.h"
 
 #include <QAction>
 #include <QApplication>
@@ -41,7 +41,7 @@ constexpr int SETTINGS_WRITTEN_WITHIN = 100; // milliseconds
 /// The toolkit locks the settings while it writes them. A program killed in that moment leaves its
 /// lock, and where it had not written its name into it yet, the next writer would wait for half a
 /// minute. A lock that is held stays.
-void drop_stale_lock(const QSettings& settings) {
+void dropStaleLock(const QSettings& settings) {
     QLockFile lock(settings.fileName() + QStringLiteral(".lock"));
     lock.setStaleLockTime(SETTINGS_WRITTEN_WITHIN);
     lock.tryLock(3 * SETTINGS_WRITTEN_WITHIN);
@@ -149,7 +149,7 @@ void Win::createMenuBar() {
 void Win::restoreLastFile() {
     QSettings settings;
     const QUrl url = settings.value(LAST_FILE_SZ, QUrl()).toUrl();
-    drop_stale_lock(settings);
+    dropStaleLock(settings);
     settings.setValue(LAST_FILE_SZ, QUrl());
     settings.sync(); // before the log can do harm
     if (!url.isEmpty())

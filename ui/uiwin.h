@@ -1,9 +1,9 @@
 #pragma once
 
 #include "domain/domainnest.h"
+#include "ui/leaves/uilook.h"
+#include "ui/leaves/uishared.h"
 #include "ui/uiloadthread.h"
-#include "ui/uilook.h"
-#include "ui/uishared.h"
 
 #include <QMainWindow>
 #include <QUrl>

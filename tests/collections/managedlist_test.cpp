@@ -1,5 +1,5 @@
 #include "collections/managedlist.h"
-#include "tests/collections/countingfactory.h"
+#include "tests/common/countingfactory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,8 +14,8 @@ using List = ManagedList<Counted*>;
 
 std::vector<int> ids(const List& list) {
     std::vector<int> found;
-    for (ManagedListIterator<Counted*> it = list.begin(); it.hasValue(); ++it)
-        found.push_back((*it)->id);
+    for (const Counted* counted : list)
+        found.push_back(counted->id);
     return found;
 }
 

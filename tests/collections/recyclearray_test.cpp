@@ -1,5 +1,5 @@
 #include "collections/recyclearray.h"
-#include "tests/collections/countingfactory.h"
+#include "tests/common/countingfactory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "domain/domaincyclebuilderiterative.h"
-#include "tests/domain/describe.h"
+#include "tests/common/describe.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 #include "domain/domainnest.h"
-#include "tests/domain/describe.h"
+#include "tests/common/describe.h"
 
 #include <QStringList>
 

@@ -1,7 +1,7 @@
 #include "domain/domainblackboard.h"
 #include "domain/domainnestreader.h"
 #include "json/jsonparser.h"
-#include "tests/domain/describe.h"
+#include "tests/common/describe.h"
 
 #include <QBuffer>
 
@@ -149,8 +149,8 @@ TEST(NestReader, MakesItsPatternsFromThoseOfEarlierLogs) {
         next.clear();
         read(reader, next, "{" + event.repeated(40) + "}{" + event.repeated(40) + "}");
         for (int i = 0; i < next.size(); ++i) {
-            for (auto it = next.branchAt(i)->beginPatterns(); it.hasValue(); ++it)
-                made.insert(*it);
+            for (const domain::Pattern* pattern : next.branchAt(i)->mPatterns)
+                made.insert(pattern);
         }
         shown.swap(next);
     }

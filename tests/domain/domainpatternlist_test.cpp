@@ -1,5 +1,5 @@
 #include "domain/domainpatternlist.h"
-#include "tests/domain/describe.h"
+#include "tests/common/describe.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "json/jsonparser.h"
-#include "tests/json/recorder.h"
+#include "tests/common/recorder.h"
 
 #include <QBuffer>
 

@@ -1,9 +1,9 @@
 #include "domain/domainblackboard.h"
 #include "domain/domainnestreader.h"
 #include "json/jsonparser.h"
-#include "tests/domain/describe.h"
+#include "tests/common/describe.h"
 #include "tests/memory/failingmemory.h"
-#include "ui/uileafbuilder.h"
+#include "ui/leaves/uileafbuilder.h"
 #include "ui/uiloadthread.h"
 
 #include <QFile>

@@ -1,8 +1,8 @@
-#include "ui/uibarview.h"
-#include "ui/uileafview.h"
-#include "ui/uiselectionview.h"
-#include "ui/uistepzones.h"
 #include "ui/uiwin.h"
+#include "ui/views/uibarview.h"
+#include "ui/views/uileafview.h"
+#include "ui/views/uiselectionview.h"
+#include "ui/views/uistepzones.h"
 
 #include <QAbstractItemView>
 #include <QAction>

@@ -1,8 +1,8 @@
 #include "tools/endure/endureuser.h"
 
-#include "ui/uibarview.h"
-#include "ui/uileafview.h"
 #include "ui/uiwin.h"
+#include "ui/views/uibarview.h"
+#include "ui/views/uileafview.h"
 
 #include <QAction>
 #include <QApplication>

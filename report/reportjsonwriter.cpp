@@ -1,0 +1,85 @@
+#include "report/reportjsonwriter.h"
+
+#include <QByteArray>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QLocale>
+
+#include <cmath>
+
+namespace report {
+
+namespace {
+
+/// `text` as a JSON string, quotes included.
+QByteArray quoted(const QString& text) {
+    const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+    return array.mid(1, array.size() - 2);
+}
+
+/// Reads back as the same double; null when `value` is not finite.
+QByteArray number(double value) {
+    if (!std::isfinite(value))
+        return "null";
+    return QByteArray::number(value, 'g', QLocale::FloatingPointShortest);
+}
+
+QByteArrayView gestureName(int gesture) {
+    switch (gesture) {
+    case domain::GESTURE_DOWN:
+        return "down";
+    case domain::GESTURE_UP:
+        return "up";
+    case domain::GESTURE_MENU:
+        return "menu";
+    default:
+        return "none";
+    }
+}
+
+} // namespace
+
+void JsonWriter::write(const Log& log) {
+    const domain::Branch free; // stands for a slot that could not be filled
+    mOutput << "{\"log\": " << quoted(log.path)
+            << ", \"complete\": " << (log.complete ? "true" : "false") << ", \"branches\": [";
+    for (int i = 0; i < log.nest.size(); ++i) {
+        const domain::Branch* branch = log.nest.branchAt(i);
+        mOutput << (i > 0 ? ", " : "");
+        writeBranch(i, branch ? *branch : free);
+    }
+    mOutput << "]}\n";
+}
+
+void JsonWriter::writeBranch(int index, const domain::Branch& branch) {
+    mOutput << "{\"index\": " << index << ", \"key\": " << quoted(branch.mKey)
+            << ", \"gesture\": \"" << gestureName(branch.mGesture) << "\", \"bounds\": ";
+    writeBounds(branch.mBounds);
+    mOutput << ", \"rank\": " << branch.maxPatternCount()
+            << ", \"weight\": " << branch.patternWeight() << ", \"patterns\": [";
+    writePatterns(branch);
+    mOutput << "]}";
+}
+
+void JsonWriter::writeBounds(const QRectF& bounds) {
+    mOutput << "{\"x\": " << number(bounds.x()) << ", \"y\": " << number(bounds.y())
+            << ", \"width\": " << number(bounds.width())
+            << ", \"height\": " << number(bounds.height()) << "}";
+}
+
+void JsonWriter::writePatterns(const domain::Branch& branch) {
+    QByteArrayView separator = "";
+    for (const domain::Pattern* pattern : branch.mPatterns) {
+        mOutput << separator << "{\"count\": " << pattern->mCount << ", \"sequence\": [";
+        writeSequence(*pattern);
+        mOutput << "]}";
+        separator = ", ";
+    }
+}
+
+void JsonWriter::writeSequence(const domain::Pattern& pattern) {
+    for (int i = 0; i < pattern.mSequence.size(); ++i)
+        mOutput << (i > 0 ? ", " : "") << pattern.mSequence[i];
+}
+
+} // namespace report

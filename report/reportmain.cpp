@@ -1,0 +1,127 @@
+// quillon-report: reads trace logs as the window does and prints or draws what was found.
+
+#include "report/reportcsvwriter.h"
+#include "report/reportjsonwriter.h"
+#include "report/reportlog.h"
+#include "report/reportoptions.h"
+#include "report/reportoutput.h"
+#include "report/reportpicture.h"
+#include "report/reporttextwriter.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+
+#include <cstdio>
+#include <memory>
+#include <new>
+
+namespace {
+
+enum ExitStatus { ALL_REPORTED = 0, FAILED = 1, WRONG_USAGE = 2, INCOMPLETE = 3 };
+
+void complain(const QString& what, const QString& why) {
+    report::Output(stderr) << "quillon-report: " << what << ": " << why << "\n";
+}
+
+/// A failure weighs more than a log that could not be read to its end.
+ExitStatus worse(ExitStatus a, ExitStatus b) {
+    return a == FAILED || b == ALL_REPORTED ? a : b;
+}
+
+QString whyUnreadable(const QString& path, report::Log& log) {
+    try {
+        return report::read_log(path, log);
+    } catch (const std::bad_alloc&) {
+        return QStringLiteral("there is not enough memory for it");
+    }
+}
+
+/// Reads a log, saying what is wrong with it.
+ExitStatus readOrComplain(const QString& path, report::Log& log) {
+    const QString reason = whyUnreadable(path, log);
+    if (!reason.isEmpty()) {
+        complain(path, reason);
+        return FAILED;
+    }
+    if (log.complete)
+        return ALL_REPORTED;
+    complain(path, QStringLiteral(
+                       "warning: incomplete; it is malformed and reported as far as it was read"));
+    return INCOMPLETE;
+}
+
+/// `status`, unless standard output could not be written.
+ExitStatus flushed(report::Output& output, ExitStatus status) {
+    if (output.flush())
+        return status;
+    complain(QStringLiteral("standard output"), QStringLiteral("could not be written"));
+    return FAILED;
+}
+
+std::unique_ptr<report::Writer> newWriter(const report::options& options, report::Output& output) {
+    if (options.format == u"json")
+        return std::make_unique<report::JsonWriter>(output);
+    if (options.format == u"csv")
+        return std::make_unique<report::CsvWriter>(output);
+    return std::make_unique<report::TextWriter>(output, options.everything);
+}
+
+ExitStatus printReports(const report::options& options) {
+    report::Output output(stdout);
+    const std::unique_ptr<report::Writer> writer = newWriter(options, output);
+    ExitStatus status = ALL_REPORTED;
+    writer->begin();
+    for (const QString& path : options.logs) {
+        report::Log log;
+        const ExitStatus read = readOrComplain(path, log);
+        if (read != FAILED)
+            writer->write(log);
+        status = worse(status, read);
+    }
+    return flushed(output, status);
+}
+
+ExitStatus draw(const report::options& options) {
+    report::Log log;
+    const ExitStatus status = readOrComplain(options.logs.first(), log);
+    if (status == FAILED)
+        return status;
+    const QString reason =
+        report::draw_picture(log.nest, options.image, options.size, options.rank);
+    if (reason.isEmpty())
+        return status;
+    complain(options.image, reason);
+    return FAILED;
+}
+
+/// With an application of its own, as what kind of it is needed next depends on the options.
+report::options parse_options(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    return report::parse_options(QCoreApplication::arguments());
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const report::options options = parse_options(argc, argv);
+    if (!options.fault.isEmpty()) {
+        report::Output(stderr) << "quillon-report: " << options.fault
+                               << "\nTry 'quillon-report --help'.\n";
+        return WRONG_USAGE;
+    }
+    if (!options.answer.isEmpty()) {
+        report::Output output(stdout);
+        output << options.answer;
+        return flushed(output, ALL_REPORTED);
+    }
+    if (options.image.isEmpty()) {
+        const QCoreApplication application(argc, argv);
+        return printReports(options);
+    }
+    // Pictures need no display, and what the toolkit remarks on the desktop is not the user's
+    // matter.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    const QGuiApplication application(argc, argv);
+    return draw(options);
+}

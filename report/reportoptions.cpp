@@ -1,0 +1,103 @@
+#include "report/reportoptions.h"
+
+#include <QCommandLineParser>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace report {
+
+namespace {
+
+const QStringList FORMATS{QStringLiteral("text"), QStringLiteral("json"), QStringLiteral("csv")};
+const QStringList IMAGES{QStringLiteral(".png"), QStringLiteral(".svg")};
+constexpr int LARGEST_SIDE = 16384;
+
+const QString HELP = QStringLiteral("help");
+const QString VERSION = QStringLiteral("version");
+const QString FORMAT = QStringLiteral("format");
+const QString ALL = QStringLiteral("all");
+const QString IMAGE = QStringLiteral("image");
+const QString SIZE = QStringLiteral("size");
+const QString RANK = QStringLiteral("rank");
+
+void declare(QCommandLineParser& parser) {
+    parser.setApplicationDescription(
+        QStringLiteral("Reports the event sequences that repeat in trace logs, or draws them."));
+    parser.addOptions({
+        {{QStringLiteral("h"), HELP}, QStringLiteral("Print this help.")},
+        {{QStringLiteral("v"), VERSION}, QStringLiteral("Print the version.")},
+        {FORMAT, QStringLiteral("text (the default), json or csv."), FORMAT, FORMATS.first()},
+        {ALL, QStringLiteral("Leave nothing out of the text report.")},
+        {IMAGE, QStringLiteral("Draw the log into a .png or .svg file."), QStringLiteral("file")},
+        {SIZE, QStringLiteral("Pixels of the picture, 1000x700 if not given."),
+         QStringLiteral("widthxheight"), QStringLiteral("1000x700")},
+        {RANK,
+         QStringLiteral("Draw the picture with the keys selected by rank, as the window does.")},
+    });
+    parser.addPositionalArgument(QStringLiteral("LOG..."),
+                                 QStringLiteral("Trace logs; - reads standard input."));
+}
+
+/// The size named as in "1000x700"; not valid when it is no size or too large for a picture.
+QSize toSize(const QString& text) {
+    static const QRegularExpression form(QStringLiteral("^(\\d{1,5})x(\\d{1,5})$"));
+    const QRegularExpressionMatch match = form.match(text);
+    const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
+    const bool fits = !size.isEmpty() && std::max(size.width(), size.height()) <= LARGEST_SIDE;
+    return fits ? size : QSize();
+}
+
+bool isImageName(const QString& name) {
+    return std::any_of(IMAGES.begin(), IMAGES.end(), [&](const QString& ending) {
+        return name.endsWith(ending, Qt::CaseInsensitive);
+    });
+}
+
+/// What is wrong with options that are well-formed each; empty when nothing is.
+QString faultOf(const options& options, const QCommandLineParser& parser) {
+    if (options.logs.isEmpty())
+        return QStringLiteral("no log given");
+    if (!FORMATS.contains(options.format))
+        return QStringLiteral("unknown format '%1'").arg(options.format);
+    if (options.image.isEmpty()) {
+        const bool forPicture = parser.isSet(SIZE) || parser.isSet(RANK);
+        return forPicture ? QStringLiteral("--size and --rank belong to --image") : QString();
+    }
+    if (!isImageName(options.image))
+        return QStringLiteral("the picture's name must end in .png or .svg");
+    if (!options.size.isValid())
+        return QStringLiteral("no size of a picture: '%1'").arg(parser.value(SIZE));
+    if (options.logs.size() > 1)
+        return QStringLiteral("a picture shows one log");
+    return {};
+}
+
+void read(const QCommandLineParser& parser, options& options) {
+    options.format = parser.value(FORMAT);
+    options.everything = parser.isSet(ALL);
+    options.logs = parser.positionalArguments();
+    options.image = parser.value(IMAGE);
+    options.size = toSize(parser.value(SIZE));
+    options.rank = parser.isSet(RANK);
+    options.fault = faultOf(options, parser);
+}
+
+} // namespace
+
+options parse_options(const QStringList& arguments) {
+    QCommandLineParser parser;
+    declare(parser);
+    options options;
+    if (!parser.parse(arguments))
+        options.fault = parser.errorText();
+    else if (parser.isSet(HELP))
+        options.answer = parser.helpText();
+    else if (parser.isSet(VERSION))
+        options.answer = QStringLiteral("quillon-report " QUILLON_VERSION "\n");
+    else
+        read(parser, options);
+    return options;
+}
+
+} // namespace report

@@ -1,0 +1,217 @@
+#include "tests/common/describe.h"
+#include "ui/leaves/uileafbuilder.h"
+#include "ui/leaves/uilook.h"
+#include "ui/leaves/uishared.h"
+#include "ui/views/uileafbar.h"
+#include "ui/views/uipatternbar.h"
+#include "ui/views/uiselectionview.h"
+#include "ui/views/uistepzones.h"
+
+#include <QApplication>
+#include <QFontMetrics>
+#include <QImage>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// The bars and the selection view over four leaves: a with patterns of counts 0, 10 and 7, b with
+/// one of count 2, c with none, d with one that names a leaf that is not there.
+class Steps : public testing::Test {
+protected:
+    Steps() {
+        mLook.init(QFontMetrics(QApplication::font()));
+        addBranch({{{0, 1, 0}, 0}, {{0, 2, 0}, 10}, {{0, 2, 2, 0}, 7}});
+        addBranch({{{1, 0, 1}, 2}});
+        addBranch({});
+        addBranch({{{3, 99, 3}, 6}});
+        ui::LeafBuilder(mShared.mLeaves).from(mNest);
+    }
+
+    void addBranch(const std::vector<std::pair<std::vector<int>, int>>& patterns) {
+        domain::Branch branch;
+        model::fill(branch, QString(QChar(u'a' + mNest.size())));
+        domain::Pattern pattern;
+        for (const auto& [sequence, count] : patterns) {
+            model::fill(pattern, sequence, count);
+            branch.addPattern(pattern);
+        }
+        mNest.set(mNest.size(), branch);
+    }
+
+    void select(int primary, const std::vector<int>& alternates) {
+        ui::LeafSelection selection;
+        selection.mPrimary = primary;
+        for (const int index : alternates)
+            selection.mAlternates.add(index);
+        mShared.setLeafSelection(selection);
+    }
+
+    /// As in "< 2/3 b >": the label between the buttons that are enabled.
+    static std::string shown(ui::BarView& bar) {
+        return (bar.zoneAt(ui::BAR_PRV)->mEnabled ? "< " : "") +
+               bar.zoneAt(ui::STEP_LABEL)->mLabel.toStdString() +
+               (bar.zoneAt(ui::BAR_NXT)->mEnabled ? " >" : "");
+    }
+
+    void connectTo(ui::BarView& bar) {
+        QObject::connect(&mShared, &ui::Shared::onSelectionChanged, &bar,
+                         &ui::BarView::selectionChanged);
+    }
+
+    ui::Look mLook;
+    domain::Nest mNest;
+    ui::Shared mShared{nullptr};
+};
+
+TEST_F(Steps, LeafBarNamesTheLeafInFocus) {
+    const struct {
+        int primary;
+        std::vector<int> alternates;
+        const char* shown;
+    } rows[] = {{0, {0}, "a"},
+                {0, {0, 1, 2}, "1/3 a >"},
+                {1, {0, 1, 2}, "< 2/3 b >"},
+                {2, {0, 1, 2}, "< 3/3 c"},
+                {7, {7, 1}, ""},
+                {1, {0, 2}, "0/2 b >"},
+                {-1, {}, ""}};
+
+    ui::LeafBar bar(mLook, mShared);
+    EXPECT_EQ(shown(bar), "");
+    connectTo(bar);
+    for (const auto& row : rows) {
+        select(row.primary, row.alternates);
+        EXPECT_EQ(shown(bar), row.shown);
+    }
+}
+
+TEST_F(Steps, LeafBarStopsAtTheEnds) {
+    ui::LeafBar bar(mLook, mShared);
+    connectTo(bar);
+    select(2, {0, 1, 2});
+    mShared.setPatternSelection(1);
+    QSignalSpy changed(&mShared, &ui::Shared::onSelectionChanged);
+    bar.zonePressed(*bar.zoneAt(ui::BAR_NXT)); // disabled, and at the end
+    bar.zonePressed(*bar.zoneAt(ui::STEP_LABEL));
+    EXPECT_EQ(changed.count(), 0);
+    bar.zonePressed(*bar.zoneAt(ui::BAR_PRV));
+    EXPECT_EQ(shown(bar), "< 2/3 b >");
+    EXPECT_EQ(mShared.patternSelection(), 0);
+    bar.stepLeaf(-1);
+    bar.stepLeaf(-1);
+    EXPECT_EQ(shown(bar), "1/3 a >");
+    EXPECT_EQ(changed.count(), 2);
+    select(7, {7, 1});
+    bar.stepLeaf(1); // the leaf in focus is not there
+    EXPECT_EQ(mShared.leafSelection().mPrimary, 7);
+}
+
+TEST_F(Steps, PatternBarTellsThePercentage) {
+    const struct {
+        int primary;
+        int pattern;
+        const char* shown;
+    } rows[] = {{0, 0, "1/3 pattern 0% >"},  {0, 1, "< 2/3 pattern 100% >"},
+                {0, 2, "< 3/3 pattern 70%"}, {0, 9, "< 3/3 pattern 70%"},
+                {1, 0, "pattern 20%"},       {2, 0, ""},
+                {3, 0, "pattern 60%"},       {7, 0, ""}};
+
+    ui::PatternBar bar(mLook, mShared);
+    EXPECT_EQ(shown(bar), "");
+    connectTo(bar);
+    for (const auto& row : rows) {
+        select(row.primary, {row.primary});
+        mShared.setPatternSelection(row.pattern);
+        EXPECT_EQ(shown(bar), row.shown) << row.primary << " " << row.pattern;
+    }
+}
+
+TEST_F(Steps, PatternBarGivesNoPercentageWhileNothingRepeats) {
+    mNest.clear();
+    addBranch({{{0, 1, 0}, 0}});
+    ui::LeafBuilder(mShared.mLeaves).from(mNest);
+    ui::PatternBar bar(mLook, mShared);
+    connectTo(bar);
+    select(0, {0});
+    EXPECT_EQ(shown(bar), "pattern");
+}
+
+TEST_F(Steps, PatternBarRoundsThePercentageDown) {
+    mNest.clear();
+    addBranch({{{0, 1, 0}, 2}, {{0, 2, 0}, 3}});
+    ui::LeafBuilder(mShared.mLeaves).from(mNest);
+    ui::PatternBar bar(mLook, mShared);
+    connectTo(bar);
+    select(0, {0});
+    EXPECT_EQ(shown(bar), "1/2 pattern 66% >");
+}
+
+TEST_F(Steps, PatternBarStopsAtTheEnds) {
+    ui::PatternBar bar(mLook, mShared);
+    connectTo(bar);
+    select(0, {0});
+    bar.zonePressed(*bar.zoneAt(ui::BAR_PRV));
+    EXPECT_EQ(mShared.patternSelection(), 0);
+    for (int i = 0; i < 5; ++i)
+        bar.zonePressed(*bar.zoneAt(ui::BAR_NXT));
+    EXPECT_EQ(mShared.patternSelection(), 2);
+    select(2, {2}); // no patterns
+    bar.stepPattern(1);
+    EXPECT_EQ(mShared.patternSelection(), 0);
+}
+
+TEST_F(Steps, BarsListenToTheirPartOfTheMask) {
+    ui::LeafBar leafBar(mLook, mShared);
+    ui::PatternBar patternBar(mLook, mShared);
+    select(0, {0});
+    leafBar.selectionChanged(ui::PATTERN_SEL);
+    patternBar.selectionChanged(ui::LEAF_SEL);
+    EXPECT_EQ(shown(leafBar) + shown(patternBar), "");
+    leafBar.selectionChanged(ui::LEAF_SEL);
+    patternBar.selectionChanged(ui::PATTERN_SEL);
+    EXPECT_EQ(shown(leafBar), "a");
+    EXPECT_EQ(shown(patternBar), "1/3 pattern 0% >");
+}
+
+/// Whether the rectangle of `image`, in its logical pixels, holds ink of a text.
+bool hasInk(const QImage& image, const QRect& rect) {
+    const qreal ratio = image.devicePixelRatio();
+    for (int y = qRound(rect.top() * ratio); y < qRound((rect.bottom() + 1) * ratio); ++y) {
+        for (int x = qRound(rect.left() * ratio); x < qRound((rect.right() + 1) * ratio); ++x) {
+            if (y < image.height() && x < image.width() && qGray(image.pixel(x, y)) < 128)
+                return true;
+        }
+    }
+    return false;
+}
+
+TEST_F(Steps, SelectionViewListsTheKeysOfTheSelectedPattern) {
+    ui::SelectionView view(mLook, mShared, nullptr);
+    view.setStyleSheet(QStringLiteral("background-color: white;"));
+    view.resize(100, 200);
+    const int step = static_cast<int>(mLook.mFontHeight) + 4;
+    const auto rowsShown = [&] {
+        const QImage image = view.grab().toImage();
+        EXPECT_LT(qGray(image.pixel(50, 0)), 255); // the shadow of the bar above is always there
+        int rows = 0;
+        while (hasInk(image, QRect(6, 6 + rows * step, 60, step - 4)))
+            ++rows;
+        EXPECT_FALSE(hasInk(image, QRect(0, 0, 6, 200))) << "left of the indent";
+        return rows;
+    };
+    EXPECT_EQ(rowsShown(), 0);
+    select(0, {0});
+    EXPECT_EQ(rowsShown(), 3);
+    mShared.setPatternSelection(2);
+    EXPECT_EQ(rowsShown(), 4);
+    mShared.setPatternSelection(3);
+    EXPECT_EQ(rowsShown(), 0);
+    select(3, {3}); // its middle row is a question mark
+    EXPECT_EQ(rowsShown(), 3);
+    select(7, {7});
+    EXPECT_EQ(rowsShown(), 0);
+}
+
+} // namespace

@@ -1,0 +1,201 @@
+#include "ui/views/uileafview.h"
+
+#include "ui/leaves/uilook.h"
+#include "ui/leaves/uishared.h"
+#include "ui/views/uiviewaccessible.h"
+
+#include <QBackingStore>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPaintEngine>
+#include <QPaintEvent>
+#include <QTimerEvent>
+
+#include <algorithm>
+#include <cmath>
+#include <new>
+
+namespace ui {
+
+namespace {
+
+constexpr float CATCH = 0.75F; // of a leaf's radius
+
+// Of drawing what is missing, in milliseconds: in one event, in a paint, which on a dense screen
+// takes longer to show what there is than this, and altogether until that is shown.
+constexpr int SLICE = 10;
+constexpr int PAINT_SLICE = 5;
+constexpr int UNTIL_SHOWN = 60;
+
+QRectF rectBetween(const QPointF& a, const QPointF& b) {
+    return {std::fmin(a.x(), b.x()), std::fmin(a.y(), b.y()), std::fabs(b.x() - a.x()),
+            std::fabs(b.y() - a.y())};
+}
+
+bool hasUrls(const QDropEvent* event) {
+    return event && event->mimeData() && event->mimeData()->hasUrls();
+}
+
+} // namespace
+
+LeafView::LeafView(const Look& look, Shared& shared, QWidget* parent)
+    : QWidget(parent)
+    , mLook(look)
+    , mShared(shared)
+    , mLeafPainter(look, shared) {
+    install_view_accessible();
+    setAcceptDrops(true);
+}
+
+QSize LeafView::sizeHint() const {
+    return QSize(500, 400);
+}
+
+QSize LeafView::minimumSizeHint() const {
+    return QSize(-1, -1);
+}
+
+void LeafView::onModelChanged() {
+    mNeedsLayout = true;
+    mLeafPainter.onModelChanged();
+    mLeafPicture.forget();
+}
+
+void LeafView::selectionChanged(quint64 /*mask*/) {
+    update();
+    announce_view(*this);
+}
+
+/// What the press selects repaints, if it changes the selection; there is no band to be seen yet.
+void LeafView::mousePressEvent(QMouseEvent* event) {
+    mPressPoint = mDragPoint = event->position();
+    mDragging = true;
+    const int x = static_cast<int>(mPressPoint.x());
+    const int y = static_cast<int>(mPressPoint.y());
+    mSelectionBox = QRect(x, y, 1, 1);
+    select();
+}
+
+void LeafView::mouseMoveEvent(QMouseEvent* event) {
+    mDragPoint = event->position();
+    const QRect old = mSelectionBox;
+    getSelectionBox(mSelectionBox);
+    update((old | mSelectionBox).adjusted(-1, -1, 1, 1));
+    select();
+}
+
+void LeafView::mouseReleaseEvent(QMouseEvent* /*event*/) {
+    mDragging = false;
+    select();
+    update();
+}
+
+void LeafView::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    if (!isOnScreen(painter)) {
+        paintOn(painter, QDeadlineTimer(QDeadlineTimer::Forever));
+        return;
+    }
+    paintOn(painter, QDeadlineTimer(PAINT_SLICE, Qt::PreciseTimer));
+    mSincePaint.start();
+    const bool showsAll = QRegion(rect()).subtracted(event->region()).isEmpty();
+    if (!mLeafPicture.isWhole() || (mLeafPicture.isNew() && !showsAll))
+        mContinue.start(0, this);
+}
+
+void LeafView::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != mContinue.timerId()) {
+        QWidget::timerEvent(event);
+        return;
+    }
+    if (mSincePaint.elapsed() < UNTIL_SHOWN &&
+        !mLeafPicture.advance(QDeadlineTimer(SLICE, Qt::PreciseTimer)))
+        return;
+    mContinue.stop();
+    update();
+}
+
+void LeafView::resizeEvent(QResizeEvent* /*event*/) {
+    mNeedsLayout = true;
+}
+
+void LeafView::dragEnterEvent(QDragEnterEvent* event) {
+    if (hasUrls(event))
+        event->acceptProposedAction();
+}
+
+void LeafView::dropEvent(QDropEvent* event) {
+    if (!hasUrls(event))
+        return;
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.isEmpty())
+        return;
+    event->acceptProposedAction();
+    Q_EMIT requestLoad(urls.first());
+}
+
+void LeafView::layout(const QSize& size) {
+    mNeedsLayout = false;
+    mLeafPainter.placeLeaves(size);
+    mLeafPicture.forget();
+}
+
+void LeafView::paintOn(QPainter& painter, const QDeadlineTimer& until) {
+    if (mNeedsLayout)
+        layout(size());
+    if (!mLeafPicture.drawOn(painter, size(), until))
+        drawWithoutPicture(painter);
+    if (mDragging)
+        drawRubberBand(painter);
+}
+
+/// Where there is no memory for the strokes either, leaves alone.
+void LeafView::drawWithoutPicture(QPainter& painter) {
+    try {
+        mLeafPainter.placeStrokes(QDeadlineTimer(QDeadlineTimer::Forever));
+    } catch (const std::bad_alloc&) {
+        // No stroke is placed then.
+    }
+    mLeafPainter.paintOn(painter);
+}
+
+/// Whether it paints on the window's own pixels, which can be painted on again.
+bool LeafView::isOnScreen(const QPainter& painter) const {
+    QBackingStore* store = backingStore();
+    return store && painter.paintEngine()->paintDevice() == store->paintDevice();
+}
+
+void LeafView::drawRubberBand(QPainter& painter) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(mLook.mSelectedOutline);
+    painter.setBrush(mLook.mRubberBandBrush);
+    painter.drawRects(&mSelectionBox, 1);
+}
+
+void LeafView::getSelectionBox(QRect& box) const {
+    const QRectF band = rectBetween(mPressPoint, mDragPoint);
+    box = QRect(static_cast<int>(band.x()), static_cast<int>(band.y()),
+                static_cast<int>(band.width()), static_cast<int>(band.height()));
+}
+
+void LeafView::select() {
+    select(rectBetween(mPressPoint, mDragPoint));
+}
+
+void LeafView::select(const QRectF& rect) {
+    const float more = CATCH * mLook.mLeafRadius;
+    const QRectF grown = rect.adjusted(-more, -more, more, more);
+    LeafSelection selection;
+    for (const Leaf* leaf : mShared.mLeaves) {
+        if (!leaf->isContainedBy(grown))
+            continue;
+        const int index = leaf->mIndex;
+        selection.mAlternates.add(index);
+        if (selection.mPrimary < 0)
+            selection.mPrimary = index;
+    }
+    mShared.setLeafSelection(selection);
+}
+
+} // namespace ui

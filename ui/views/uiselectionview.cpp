@@ -1,0 +1,84 @@
+#include "ui/views/uiselectionview.h"
+
+#include "domain/domainbranch.h"
+#include "domain/domainpattern.h"
+#include "ui/leaves/uilook.h"
+#include "ui/leaves/uishared.h"
+#include "ui/views/uiviewaccessible.h"
+
+#include <QPainter>
+#include <QStringList>
+
+namespace ui {
+
+namespace {
+
+/// The row of an event whose branch is not there.
+const QString ERR_STR = QStringLiteral("?");
+
+constexpr float ROW_GAP = 4;
+
+} // namespace
+
+SelectionView::SelectionView(const Look& look, Shared& shared, QWidget* parent)
+    : QWidget(parent)
+    , mLook(look)
+    , mShared(shared)
+    , mTopGap(look.mVPadding) {
+    install_view_accessible();
+}
+
+QSize SelectionView::sizeHint() const {
+    return {190, 0};
+}
+
+QSize SelectionView::minimumSizeHint() const {
+    return {20, 0};
+}
+
+QString SelectionView::text() const {
+    const domain::Pattern* pattern = mShared.selectedPattern();
+    QStringList rows;
+    for (int i = 0; pattern && i < pattern->mSequence.size(); ++i)
+        rows.append(rowText(pattern->mSequence[i]));
+    return rows.join(u'\n');
+}
+
+void SelectionView::selectionChanged(quint64 /*mask*/) {
+    update();
+    announce_view(*this);
+}
+
+void SelectionView::mousePressEvent(QMouseEvent* /*event*/) {}
+
+void SelectionView::mouseReleaseEvent(QMouseEvent* /*event*/) {}
+
+void SelectionView::mouseMoveEvent(QMouseEvent* /*event*/) {}
+
+void SelectionView::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    if (const domain::Pattern* pattern = mShared.selectedPattern())
+        drawPatternTrace(painter, *pattern);
+    mLook.drawTopShadow(painter, rect());
+}
+
+void SelectionView::resizeEvent(QResizeEvent* /*event*/) {}
+
+QString SelectionView::rowText(int index) const {
+    const domain::Branch* branch = mShared.mLeaves.branchAt(index);
+    return branch ? branch->mKey : ERR_STR;
+}
+
+void SelectionView::drawPatternTrace(QPainter& painter, const domain::Pattern& pattern) {
+    const float x = mLook.mMargin + mLook.mHPadding;
+    float top = mLook.mMargin + mTopGap;
+    painter.setPen(mLook.mText);
+    painter.setBrush(Qt::NoBrush);
+    // A pattern may have thousands of rows; those below the end would paint nothing.
+    for (int i = 0; i < pattern.mSequence.size() && top < static_cast<float>(height()); ++i) {
+        painter.drawText(QPointF(x, top + mLook.mFontAscent), rowText(pattern.mSequence[i]));
+        top += ROW_GAP + mLook.mFontHeight;
+    }
+}
+
+} // namespace ui

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "ui/views/uibarview.h"
+
+namespace ui {
+
+/// The id of the label.
+inline constexpr int STEP_LABEL = 1;
+
+/// Gives a bar the zones of stepping: the label `STEP_LABEL` that takes the room there is and, at
+/// the right end, the buttons `BAR_PRV` and `BAR_NXT`, both disabled; `previous` and `next` name
+/// them.
+void add_step_zones(BarView& bar, const QString& previous, const QString& next);
+
+/// Shows `label` and which of the two directions still leads somewhere.
+void show_steps(BarView& bar, const QString& label, bool previous, bool next);
+
+/// The direction that a zone steps in: -1, 1, or 0 for none.
+int step_of(const BarView::Zone& zone);
+
+} // namespace ui
