@@ -7,6 +7,7 @@
 
 #include <map>
 #include <memory>
+#include <numeric>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -17,7 +18,14 @@ namespace {
 
 // A fixed list in place of all distances up to an eighth of the trace: the same work at any speed,
 // whereas the program's time budget would end the long runs early.
-constexpr int DISTANCES[] = {2, 3, 4, 6, 8, 12, 16, 24, 32, 48, 64};
+const std::vector<int> SOME{2, 3, 4, 6, 8, 12, 16, 24, 32, 48, 64};
+
+/// All distances of the program's own run.
+std::vector<int> allOf(int events) {
+    std::vector<int> distances(static_cast<std::size_t>(events / 8 - 2));
+    std::iota(distances.begin(), distances.end(), 2);
+    return distances;
+}
 
 /// Makes `nest` hold one "down" branch for every key and no pattern.
 void reset(domain::Nest& nest) {
@@ -31,10 +39,10 @@ void reset(domain::Nest& nest) {
 }
 
 void buildCycles(domain::CycleBuilderIterative& builder, domain::Nest& nest,
-                 const domain::Trace& trace) {
+                 const domain::Trace& trace, const std::vector<int>& distances) {
     if (!builder.begin(nest, trace))
         return;
-    for (const int distance : DISTANCES)
+    for (const int distance : distances)
         builder.run(distance);
 }
 
@@ -45,7 +53,8 @@ void fill(domain::Trace& trace, const std::vector<int>& events) {
 
 /// Everything new, as for the first recording of a log; making and destroying the branches does not
 /// count.
-void measureOurs(benchmark::State& state, const std::vector<int>& events) {
+void measureOurs(benchmark::State& state, const std::vector<int>& events,
+                 const std::vector<int>& distances) {
     domain::Trace trace;
     fill(trace, events);
     std::unique_ptr<domain::Nest> nest;
@@ -55,7 +64,7 @@ void measureOurs(benchmark::State& state, const std::vector<int>& events) {
         reset(*nest);
         domain::CycleBuilderIterative builder;
         state.ResumeTiming();
-        buildCycles(builder, *nest, trace);
+        buildCycles(builder, *nest, trace, distances);
     }
 }
 
@@ -66,23 +75,25 @@ void measureReused(benchmark::State& state, const std::vector<int>& events) {
     domain::Nest nest;
     domain::CycleBuilderIterative builder;
     reset(nest);
-    buildCycles(builder, nest, trace);
+    buildCycles(builder, nest, trace, SOME);
     for (auto _ : state) {
         state.PauseTiming();
         reset(nest);
         state.ResumeTiming();
-        buildCycles(builder, nest, trace);
+        buildCycles(builder, nest, trace, SOME);
     }
 }
 
-void measurePlain(benchmark::State& state, const std::vector<int>& events) {
-    std::unique_ptr<PlainCycleBuilder> builder;
+template <typename Builder>
+void measurePlain(benchmark::State& state, const std::vector<int>& events,
+                  const std::vector<int>& distances) {
+    std::unique_ptr<Builder> builder;
     for (auto _ : state) {
         state.PauseTiming();
         builder.reset();
         state.ResumeTiming();
-        builder = std::make_unique<PlainCycleBuilder>(events, std::set<int>());
-        for (const int distance : DISTANCES)
+        builder = std::make_unique<Builder>(events, std::set<int>());
+        for (const int distance : distances)
             builder->pass(distance);
     }
 }
@@ -110,40 +121,6 @@ private:
     std::map<int, std::unordered_map<std::vector<int>, int, hash>> mCounts;
 };
 
-int distancesOf(const std::vector<int>& events) {
-    return static_cast<int>(events.size()) / 8;
-}
-
-/// All distances, without the time budget that ends the program's own run.
-void measureAllPasses(benchmark::State& state, const std::vector<int>& events) {
-    domain::Trace trace;
-    fill(trace, events);
-    std::unique_ptr<domain::Nest> nest;
-    for (auto _ : state) {
-        state.PauseTiming();
-        nest = std::make_unique<domain::Nest>();
-        reset(*nest);
-        domain::CycleBuilderIterative builder;
-        state.ResumeTiming();
-        if (!builder.begin(*nest, trace))
-            return state.SkipWithError("no memory");
-        for (int distance = 2; distance < distancesOf(events); ++distance)
-            builder.run(distance);
-    }
-}
-
-void measureAllPassesHashed(benchmark::State& state, const std::vector<int>& events) {
-    std::unique_ptr<HashedCycleBuilder> builder;
-    for (auto _ : state) {
-        state.PauseTiming();
-        builder.reset();
-        state.ResumeTiming();
-        builder = std::make_unique<HashedCycleBuilder>(events, std::set<int>());
-        for (int distance = 2; distance < distancesOf(events); ++distance)
-            builder->pass(distance);
-    }
-}
-
 std::string nameOf(Shape shape, int size) {
     return std::string(bench::nameOf(shape)) + ", " + std::to_string(size) + " events";
 }
@@ -151,22 +128,29 @@ std::string nameOf(Shape shape, int size) {
 void addTrace(Shape shape, int size) {
     const auto events = trace(shape, size, 1);
     const std::string what = "cycles: " + nameOf(shape, size);
-    add(what, OURS, [events](benchmark::State& state) { measureOurs(state, events); });
+    add(what, OURS, [events](benchmark::State& state) { measureOurs(state, events, SOME); });
     add(what, "ours, nest reused",
         [events](benchmark::State& state) { measureReused(state, events); });
     const bool hub = shape == Shape::Hub && size >= 100'000; // ten seconds
     add(
-        what, "plain", [events](benchmark::State& state) { measurePlain(state, events); },
+        what, "plain",
+        [events](benchmark::State& state) { measurePlain<PlainCycleBuilder>(state, events, SOME); },
         hub ? 20 : 0, hub ? Length::Long : Length::Short);
 }
 
 void addAllPasses(Shape shape, double target) {
-    const auto events = trace(shape, 100'000, 1);
-    const std::string what = "cycles, all passes: " + nameOf(shape, 100'000);
-    add(what, OURS, [events](benchmark::State& state) { measureAllPasses(state, events); });
+    const int size = 100'000;
+    const auto events = trace(shape, size, 1);
+    const auto distances = allOf(size);
+    const std::string what = "cycles, all passes: " + nameOf(shape, size);
+    add(what, OURS,
+        [events, distances](benchmark::State& state) { measureOurs(state, events, distances); });
     add(
         what, "plain, merged by hash",
-        [events](benchmark::State& state) { measureAllPassesHashed(state, events); }, target);
+        [events, distances](benchmark::State& state) {
+            measurePlain<HashedCycleBuilder>(state, events, distances);
+        },
+        target);
 }
 
 } // namespace
