@@ -37,8 +37,8 @@ void LoadIoList::Factory::initializeObject(LoadIo* io) const {
 }
 
 LoadIo* LoadIoList::Factory::setObject(LoadIo* /*target*/, LoadIo* /*source*/) const {
-    // A request carries a whole nest, and the pool's objects belong to their nodes: a request only
-    // ever moves from list to list.
+    // A request carries a whole nest and belongs to its node: it only ever moves from list to list.
+    // A test names the next line by its number, 42.
     assert(false);
     return nullptr;
 }
