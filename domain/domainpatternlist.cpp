@@ -11,7 +11,7 @@ namespace domain {
 
 namespace {
 
-const PatternList::Factory FACTORY(false);
+const PatternList::Factory PATTERN_FACTORY(false);
 
 /// Up to this length comparing sizes one by one beats hashing the sequence.
 constexpr int LONGEST_WALKED = 8;
@@ -37,7 +37,7 @@ Pattern* PatternList::Factory::setObject(Pattern* target, Pattern* source) const
 }
 
 PatternList::PatternList()
-    : ManagedList(FACTORY) {}
+    : ManagedList(PATTERN_FACTORY) {}
 
 void PatternList::clear() {
     ManagedList::clear();
@@ -75,7 +75,7 @@ void PatternList::take(PatternList& other) {
         other.moveTo(*this);
         std::swap(mIndex, other.mIndex);
     }
-    ManagedList<Pattern*> moving(FACTORY);
+    ManagedList<Pattern*> moving(PATTERN_FACTORY);
     while (!other.isEmpty()) {
         index();
         Pattern* pattern = other.front();
@@ -148,7 +148,7 @@ Pattern* PatternList::append(std::span<const int> run, int count) {
         }
         std::copy(run.begin(), run.end(), added->mSequence.data());
         added->mCount = count;
-        ManagedList<Pattern*> moving(FACTORY);
+        ManagedList<Pattern*> moving(PATTERN_FACTORY);
         moveFrontTo(moving);
         moving.moveTo(*this);
         return added;

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr std::size_t LONGEST = 200; // the plain form needs time
+constexpr std::size_t LONGEST_TRACE = 200; // the plain form needs time
 constexpr int MOST_KEYS = 24;
 
 /// Makes menus of some branches.
@@ -64,7 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int keys = 1 + input.below(MOST_KEYS);
     const int menuChoice = input.byte();
     std::vector<int> indices;
-    while (!input.isUsedUp() && indices.size() < LONGEST)
+    while (!input.isUsedUp() && indices.size() < LONGEST_TRACE)
         indices.push_back(input.below(keys));
 
     domain::Nest nest;
