@@ -9,8 +9,9 @@ int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QTemporaryDir settings;
-    qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
+    const QTemporaryDir home;
+    for (const char* place : {"XDG_CONFIG_HOME", "XDG_RUNTIME_DIR"})
+        qputenv(place, home.path().toLocal8Bit());
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }
