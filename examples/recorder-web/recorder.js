@@ -1,12 +1,25 @@
 "use strict";
 
 // Records mouse presses and releases and menu choices on a page into a log for Quillon. Load it with
-// a script element; quillonRecorder.save() downloads what was recorded and begins a new recording.
-// A recording goes on over the pages of a site, for as long as their tab stays open.
+// a script element; quillonRecorder.save() downloads what was recorded and begins new recordings.
+// A recording goes on over the pages of a site in one tab and in those that they open.
 const quillonRecorder = (() => {
-    const STORE = "quillon-recording";
+    const STORE = "quillon-recording-";
     const MENUS = "select, [role=menu], [role=menubar]";
-    const events = JSON.parse(sessionStorage.getItem(STORE)) ?? [];
+
+    // The recording is the text in the site's store, written at every event, under the tab's number.
+    // Pages that the browser brings back as they were left, after Back, have missed what came since,
+    // and may even have missed changes of the tab's own store; so that has nothing but the number.
+    // `kept` stands in where a page empties the stores, as many do when someone logs out.
+    const tab = sessionStorage.getItem(STORE) ?? crypto.getRandomValues(new Uint32Array(2)).join("-");
+    let kept = localStorage.getItem(STORE + tab) ?? "";
+    const recorded = () => localStorage.getItem(STORE + tab) ?? kept;
+    sessionStorage.setItem(STORE, tab);
+
+    function keep(events) {
+        kept = events;
+        localStorage.setItem(STORE + tab, events);
+    }
 
     // Without what would part a key or end a string.
     const cleaned = (name) => name.trim().replace(/[":\\\x00-\x1f]/g, "_");
@@ -25,7 +38,8 @@ const quillonRecorder = (() => {
     // A place on the page stays what it is when the page is scrolled.
     function record(gesture, key, x, y) {
         const place = `${Math.round(x + scrollX)}, ${Math.round(y + scrollY)}`;
-        events.push(`"${gesture}": [${Date.now()}, "${key}", ${place}]`);
+        const events = recorded();
+        keep(`${events}${events && ",\n"}"${gesture}": [${Date.now()}, "${key}", ${place}]`);
     }
 
     function recordMouse(gesture, event) {
@@ -53,13 +67,24 @@ const quillonRecorder = (() => {
         if (item)
             recordChoice(item, nameOf(item) ? keyOf(item) : `${keyOf(item)}:${cleaned(item.textContent)}`);
     });
-    on("pagehide", () => sessionStorage.setItem(STORE, JSON.stringify(events)));
+    // What a page that is left does comes late at times, when the next page has recorded already.
+    on("pagehide", () => {
+        sessionStorage.setItem(STORE, tab);
+        if (localStorage.getItem(STORE + tab) === null)
+            keep(kept);
+    });
 
+    // One recording behind the other: this one, and those of other tabs, closed ones too.
     function save() {
+        keep(recorded());
+        const names = Object.keys(localStorage).filter((name) => name.startsWith(STORE));
+        const found = names.map((name) => localStorage.getItem(name)).filter((events) => events);
         const link = document.createElement("a");
         link.download = `recording-${Date.now()}.json`;
-        link.href = URL.createObjectURL(new Blob([`{\n${events.splice(0).join(",\n")}\n}\n`]));
+        link.href = URL.createObjectURL(new Blob(found.map((events) => `{\n${events}\n}\n`)));
         link.click();
+        names.forEach((name) => localStorage.setItem(name, ""));
+        kept = "";
         setTimeout(() => URL.revokeObjectURL(link.href));
     }
 
