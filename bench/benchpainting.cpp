@@ -161,7 +161,7 @@ public:
                     all += pattern->mSequence.size() - 1;
                     if (number++ % ONE_PATTERN_IN == 0) {
                         paint(painter, *pattern);
-                        painted += pattern.mSequence.size() - 1;
+                        painted += pattern->mSequence.size() - 1;
                     }
                 }
             }

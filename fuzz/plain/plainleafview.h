@@ -70,7 +70,7 @@ private:
         for (int i = 1; i < pattern.mSequence.size(); ++i) {
             const ui::Leaf* from = leafAt(pattern.mSequence[i - 1]);
             const ui::Leaf* to = leafAt(pattern.mSequence[i]);
-            if (from && to && from->mIndex != to->mIndex && from->mPos != to->mPos)
+            if (from && to && from->mIndex != to->mIndex)
                 pairs.emplace_back(from, to);
         }
         return pairs;

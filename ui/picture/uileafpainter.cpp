@@ -35,6 +35,7 @@ void LeafPainter::layout(const QSize& size) {
 
 /// In a very small view the areas have no size or a negative one; the layout takes any.
 void LeafPainter::placeLeaves(const QSize& size) {
+    mView = QRectF(QPointF(), size);
     mLeafDraw.maxWeight = mShared.mLeaves.maxPatternWeight();
     const float margin = mLook.mMargin + mLook.mLeafRadius + LEAF_TO_EDGE;
     const float width = static_cast<float>(size.width()) - 2 * margin;
@@ -108,7 +109,7 @@ void LeafPainter::beginStrokes(QPainter& painter) const {
 void LeafPainter::drawStroke(QPainter& painter, int position,
                              const domain::Pattern* selected) const {
     if (mCurves[position] && !mTable.isOnlyIn(position, selected))
-        painter.drawPath(mCurves[position]->path());
+        painter.drawPath(mCurves[position]->pathNear(mView));
 }
 
 void LeafPainter::drawSelected(QPainter& painter, const selected_stroke& stroke) const {
@@ -126,9 +127,11 @@ void LeafPainter::drawLeaf(QPainter& painter, const Leaf& leaf) const {
 std::optional<selected_stroke> LeafPainter::selectedStroke(int position) const {
     if (!mCurves[position])
         return std::nullopt;
-    const QPainterPath curve = mCurves[position]->path();
+    selected_stroke selected{position, mCurves[position]->pathNear(mView), {}};
     const QPointF target = mTable.entries()[position].to->mPos;
-    return selected_stroke{position, curve, arrow_head(curve, target, mLook.mLeafRadius)};
+    if (selected.curve.currentPosition() == mCurves[position]->end)
+        selected.head = arrow_head(selected.curve, target, mLook.mLeafRadius);
+    return selected;
 }
 
 } // namespace ui

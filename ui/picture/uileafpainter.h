@@ -16,9 +16,9 @@ class Shared;
 
 /// A stroke of the selected pattern, in view pixels.
 struct selected_stroke {
-    int position; ///< In the stroke table.
-    QPainterPath curve;
-    QPainterPath head;
+    int position;       ///< In the stroke table.
+    QPainterPath curve; ///< What of it comes near the view.
+    QPainterPath head;  ///< Empty when the curve's end is not there.
 };
 
 /// Draws leaves and the strokes of their patterns with any painter, in vectors: what the leaf view
@@ -84,6 +84,7 @@ private:
     const Look& mLook;
     Shared& mShared;
     leaf_draw mLeafDraw;
+    QRectF mView;
     bool mNeedsTable = true;
     bool mHasTable = false;
     StrokeTable mTable;

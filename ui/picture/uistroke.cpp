@@ -9,8 +9,13 @@ namespace ui {
 
 namespace {
 
-// Farther out the raster engine's fixed-point coordinates would overflow on dense screens.
-constexpr double REACH = 1e6;
+// The raster engine makes 64 straight lines of a curve drawn with a pen of one device pixel,
+// however long it is: one that reaches so far out comes out half a pixel from its place, a longer
+// one more.
+constexpr double REACH = 16384;
+
+constexpr double PIECE = 4096; // is exact to a few hundredths of a pixel
+constexpr double BESIDE = 64;  // the view; more than a pen reaches
 
 // Degrees clockwise from the way to the points where a stroke leaves and arrives.
 constexpr double LEAVING = 315;
@@ -24,8 +29,16 @@ constexpr double SECOND_CONTROL = 0.45;
 
 constexpr double HALF_BASE = 0.5;
 
-bool isWithinReach(const QPointF& point) {
-    return std::fabs(point.x()) <= REACH && std::fabs(point.y()) <= REACH; // false for NaN
+bool isFinite(const QPointF& point) {
+    return std::isfinite(point.x()) && std::isfinite(point.y());
+}
+
+bool isSame(const QPointF& a, const QPointF& b) {
+    return a.x() == b.x() && a.y() == b.y();
+}
+
+QRectF grown(const QRectF& rect, double by) {
+    return rect.adjusted(-by, -by, by, by);
 }
 
 double wrap(double degrees) {
@@ -75,6 +88,19 @@ QPainterPath stroke::path() const {
     return path;
 }
 
+QPainterPath stroke::pathNear(const QRectF& view) const {
+    if (grown(view, REACH).contains(hull()))
+        return path();
+    QPainterPath pieces;
+    visit_pieces(*this, grown(view, BESIDE), PIECE, [&pieces](const stroke& piece) {
+        if (pieces.isEmpty() || !isSame(pieces.currentPosition(), piece.start))
+            pieces.moveTo(piece.start);
+        pieces.cubicTo(piece.control1, piece.control2, piece.end);
+        return false;
+    });
+    return pieces;
+}
+
 QRectF stroke::hull() const {
     const auto [left, right] = std::minmax({start.x(), control1.x(), control2.x(), end.x()});
     const auto [top, bottom] = std::minmax({start.y(), control1.y(), control2.y(), end.y()});
@@ -92,8 +118,7 @@ std::pair<stroke, stroke> stroke::halves() const {
 }
 
 std::optional<stroke> stroke_between(const QPointF& from, const QPointF& to, double radius) {
-    const bool apart = from.x() != to.x() || from.y() != to.y();
-    if (!apart || !isWithinReach(from) || !isWithinReach(to))
+    if (!isFinite(to - from))
         return std::nullopt;
     const double way = direction(to - from);
     const QPointF start = circleEdge(from, way + LEAVING, radius);
@@ -103,8 +128,11 @@ std::optional<stroke> stroke_between(const QPointF& from, const QPointF& to, dou
     const double bulge = BULGE * std::sqrt(QPointF::dotProduct(chord, chord));
     const QPointF startAside = circleEdge(start, aside, bulge);
     const QPointF endAside = circleEdge(end, aside, bulge);
-    return stroke{start, between(startAside, endAside, FIRST_CONTROL),
-                  between(startAside, endAside, SECOND_CONTROL), end};
+    const QPointF control1 = between(startAside, endAside, FIRST_CONTROL);
+    const QPointF control2 = between(startAside, endAside, SECOND_CONTROL);
+    if (!isFinite(control1) || !isFinite(control2))
+        return std::nullopt;
+    return stroke{start, control1, control2, end};
 }
 
 QPainterPath arrow_head(const QPainterPath& curve, const QPointF& target, double radius) {
@@ -117,6 +145,11 @@ QPainterPath arrow_head(const QPainterPath& curve, const QPointF& target, double
     head.lineTo(along(base, across, HALF_BASE * radius));
     head.closeSubpath();
     return head;
+}
+
+bool meet(const QRectF& a, const QRectF& b) {
+    return a.left() <= b.right() && b.left() <= a.right() && a.top() <= b.bottom() &&
+           b.top() <= a.bottom();
 }
 
 } // namespace ui

@@ -1,8 +1,12 @@
 #include "ui/picture/uistroke.h"
 
+#include <QImage>
+#include <QPainter>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 namespace {
@@ -92,20 +96,102 @@ TEST(Stroke, IsFiniteOrNone) {
         QPointF to;
         bool drawn;
     } rows[] = {
-        {{0, 0}, false},       {{RADIUS * std::sqrt(2.0), 0}, true},
+        {{0, 0}, true},        {{RADIUS * std::sqrt(2.0), 0}, true},
         {{1e-320, 100}, true}, {{100, -1e-320}, true},
-        {{1e6, -1e6}, true},   {{1e6 + 1, 0}, false},
+        {{1.4e6, -8e5}, true}, {{0, -1e150}, true},
         {{0, -1e300}, false},  {{INF, 0}, false},
         {{0, -INF}, false},    {{std::nan(""), 0}, false},
     };
 
+    const QRectF view(-100, -100, 300, 200);
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::Message() << row.to.x() << ", " << row.to.y());
-        const auto curve = ui::stroke_between(QPointF(0, 0), row.to, RADIUS);
-        EXPECT_EQ(curve.has_value(), row.drawn);
-        EXPECT_EQ(ui::stroke_between(row.to, QPointF(0, 0), RADIUS).has_value(), row.drawn);
-        EXPECT_TRUE(!curve || (isFinite(curve->path()) &&
-                               isFinite(ui::arrow_head(curve->path(), row.to, RADIUS))));
+        for (const bool back : {false, true}) {
+            const QPointF from = back ? row.to : QPointF(), to = back ? QPointF() : row.to;
+            const auto curve = ui::stroke_between(from, to, RADIUS);
+            ASSERT_EQ(curve.has_value(), row.drawn);
+            if (!curve)
+                continue;
+            const QPainterPath path = curve->pathNear(view);
+            const QRectF box = path.controlPointRect();
+            EXPECT_LT(box.width() + box.height(), 40'000);
+            EXPECT_EQ(QPointF(back ? path.currentPosition() : path.elementAt(0)),
+                      back ? curve->end : curve->start);
+            EXPECT_TRUE(isFinite(ui::arrow_head(path, to, RADIUS)));
+        }
+    }
+    EXPECT_FALSE(ui::stroke_between({-1e308, 0}, {1e308, 1e308}, RADIUS));
+}
+
+TEST(Stroke, BetweenCirclesAtOnePointLeadsToTheRight) {
+    const double off = RADIUS / std::sqrt(2.0);
+    const QPointF at(50, 60), left(at.x() - off, at.y() - off), right(at.x() + off, at.y() - off);
+    const auto curve = ui::stroke_between(at, at, RADIUS);
+    ASSERT_TRUE(curve);
+    expectNear(curve->start, right, NEAR);
+    expectNear(curve->end, left, NEAR);
+    expectNear(curve->control1, right - QPointF(0.5 * off, -0.6 * off), NEAR);
+    expectNear(curve->control2, right - QPointF(0.9 * off, -0.6 * off), NEAR);
+    const QPainterPath head = ui::arrow_head(curve->path(), at, RADIUS);
+    const QPointF base = (head.elementAt(1) + QPointF(head.elementAt(2))) / 2;
+    const QPointF tangent = curve->end - curve->control2;
+    expectNear(base, left + tangent * (RADIUS / length(tangent)), 0.01);
+}
+
+/// What a painter makes of a path on a small picture.
+QImage drawn(const QPainterPath& path) {
+    QImage image(300, 200, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::black);
+    painter.drawPath(path);
+    return image;
+}
+
+/// The lines through points of the curve that lie near a small picture.
+QPainterPath flattened(const ui::stroke& curve) {
+    QPainterPath lines;
+    bool wasNear = false;
+    const int count = 500'000;
+    for (int i = 0; i <= count; ++i) {
+        const double t = double(i) / count, s = 1 - t;
+        const QPointF at = s * s * s * curve.start + 3 * s * s * t * curve.control1 +
+                           3 * s * t * t * curve.control2 + t * t * t * curve.end;
+        const bool isNear = QRectF(-99, -99, 498, 398).contains(at);
+        if (isNear)
+            wasNear ? lines.lineTo(at) : lines.moveTo(at);
+        wasNear = isNear;
+    }
+    return lines;
+}
+
+TEST(Stroke, OfAnyLengthShowsWhatOfItComesNear) {
+    const QPointF far(-1.4e6, -8e5);
+
+    const struct {
+        QPointF from, to;
+        bool shown;
+    } rows[] = {{{150, 100}, far, true},
+                {far, {150, 100}, true},
+                {{-775000, 450100}, {1225000, 450100}, true}, // its height is 450,000
+                {far, {1.1e6, 8.8e5}, false}};
+
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.to.x());
+        const auto curve = ui::stroke_between(row.from, row.to, RADIUS);
+        ASSERT_TRUE(curve);
+        const QImage ours = drawn(curve->pathNear(QRectF(0, 0, 300, 200)));
+        const QImage plain = drawn(flattened(*curve));
+        int ink = 0;
+        int astray = 0;
+        for (int y = 0; y < 200; ++y)
+            for (int x = 0; x < 300; ++x) {
+                ink += qAlpha(plain.pixel(x, y)) > 0;
+                astray += std::abs(qAlpha(plain.pixel(x, y)) - qAlpha(ours.pixel(x, y))) > 150;
+            }
+        EXPECT_EQ(astray, 0);
+        EXPECT_EQ(ink > 100, row.shown);
     }
 }
 
