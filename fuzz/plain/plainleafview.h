@@ -8,22 +8,28 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <array>
 #include <cmath>
 #include <set>
-#include <utility>
-#include <vector>
 
 /// Paints what the leaf view shows by the plain rules: every stroke anew, nothing kept, in vectors.
+/// Only what would be drawn over itself is drawn once.
 class PlainLeafView {
 public:
     PlainLeafView(const ui::Look& look, ui::Shared& shared)
         : mLook(look)
         , mShared(shared) {}
 
+    /// In a view of that size.
     void paintOn(QPainter& painter, const QSize& size) {
         const double width = size.width() - 44, height = size.height() - 61;
         ui::LeafLayout(mShared.mLeaves)
             .zoom(QRectF(22, 22, width, 1), QRectF(22, 39, width, height));
+        paintOn(painter);
+    }
+
+    /// With the leaves where they are.
+    void paintOn(QPainter& painter) {
         painter.setRenderHint(QPainter::Antialiasing);
         drawPatterns(painter);
         ui::leaf_draw draw(mLook);
@@ -33,47 +39,39 @@ public:
     }
 
 private:
-    using Pair = std::pair<const ui::Leaf*, const ui::Leaf*>;
-
-    void drawPatterns(QPainter& painter) const {
+    void drawPatterns(QPainter& painter) {
         const domain::Pattern* selected = nullptr;
-        std::vector<Pair> met;
-        std::set<Pair> drawn; // by a pattern that is not selected
+        mDrawn.clear();
+        painter.setPen(mLook.mPatternPen);
+        painter.setBrush(Qt::NoBrush);
         for (const ui::Leaf* leaf : mShared.mLeaves) {
             if (!leaf->mBranch || !leaf->mBranch->hasPatterns())
                 continue;
             int count = 0;
-            for (auto it = leaf->mBranch->beginPatterns(); it.hasValue(); ++it, ++count) {
-                const std::vector<Pair> pairs = pairsOf(**it);
-                met.insert(met.end(), pairs.begin(), pairs.end());
-                if (count == mShared.patternSelection() &&
+            for (const domain::Pattern* pattern : leaf->mBranch->mPatterns) {
+                if (count++ == mShared.patternSelection() &&
                     leaf->mIndex == mShared.leafSelection().mPrimary)
-                    selected = *it;
+                    selected = pattern;
                 else
-                    drawn.insert(pairs.begin(), pairs.end());
+                    drawPattern(painter, *pattern, false);
             }
         }
-        painter.setPen(mLook.mPatternPen);
-        painter.setBrush(Qt::NoBrush);
-        for (const Pair& pair : met)
-            if (drawn.erase(pair))
-                drawStroke(painter, pair.first->mPos, pair.second->mPos, false);
+        mDrawn.clear();
         painter.setPen(mLook.mSelectedPatternPen);
         if (selected)
-            for (const Pair& pair : pairsOf(*selected))
-                if (drawn.insert(pair).second)
-                    drawStroke(painter, pair.first->mPos, pair.second->mPos, true);
+            drawPattern(painter, *selected, true);
     }
 
-    std::vector<Pair> pairsOf(const domain::Pattern& pattern) const {
-        std::vector<Pair> pairs;
+    void drawPattern(QPainter& painter, const domain::Pattern& pattern, bool arrow) {
         for (int i = 1; i < pattern.mSequence.size(); ++i) {
             const ui::Leaf* from = leafAt(pattern.mSequence[i - 1]);
             const ui::Leaf* to = leafAt(pattern.mSequence[i]);
-            if (from && to && from->mIndex != to->mIndex)
-                pairs.emplace_back(from, to);
+            if (!from || !to || from->mIndex == to->mIndex)
+                continue;
+            const QPointF a = from->mPos, b = to->mPos;
+            if (mDrawn.insert({a.x(), a.y(), b.x(), b.y()}).second)
+                drawStroke(painter, a, b, arrow);
         }
-        return pairs;
     }
 
     void drawStroke(QPainter& painter, const QPointF& a, const QPointF& b, bool arrow) const {
@@ -125,4 +123,5 @@ private:
 
     const ui::Look& mLook;
     ui::Shared& mShared;
+    std::set<std::array<double, 4>> mDrawn; // strokes, by the points that they lead from and to
 };

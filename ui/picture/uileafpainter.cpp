@@ -3,8 +3,7 @@
 #include "ui/leaves/uileaflayout.h"
 #include "ui/leaves/uilook.h"
 #include "ui/leaves/uishared.h"
-
-#include <new>
+#include "ui/picture/uislice.h"
 
 namespace ui {
 
@@ -13,24 +12,17 @@ namespace {
 constexpr float LEAF_TO_EDGE = 12.0F; // beside margin and radius, so that no circle is cut
 constexpr float MENU_ROW = 1.0F;
 
-constexpr int STROKES_A_LOOK = 256; // at the clock
-
 } // namespace
 
 LeafPainter::LeafPainter(const Look& look, Shared& shared)
     : mLook(look)
     , mShared(shared)
-    , mLeafDraw(look) {}
-
-void LeafPainter::onModelChanged() {
-    mNeedsTable = true;
-    mTable.clear();
-    mCurves.clear();
-}
+    , mLeafDraw(look)
+    , mStrokes(shared.mLeaves, look.mLeafRadius) {}
 
 void LeafPainter::layout(const QSize& size) {
     placeLeaves(size);
-    placeStrokes(QDeadlineTimer(QDeadlineTimer::Forever));
+    placeStrokes();
 }
 
 /// In a very small view the areas have no size or a negative one; the layout takes any.
@@ -43,38 +35,12 @@ void LeafPainter::placeLeaves(const QSize& size) {
     const float height = static_cast<float>(size.height()) - margin - top;
     LeafLayout(mShared.mLeaves)
         .zoom(QRectF(margin, margin, width, MENU_ROW), QRectF(margin, top, width, height));
-    mCurves.clear();
 }
 
-bool LeafPainter::placeStrokes(const QDeadlineTimer& until) {
-    try {
-        return collectStrokes(until) && placeCurves(until);
-    } catch (const std::bad_alloc&) {
-        onModelChanged(); // nothing stays half done
-        throw;
-    }
-}
-
-bool LeafPainter::collectStrokes(const QDeadlineTimer& until) {
-    if (mNeedsTable) {
-        mHasTable = false;
-        mTable.begin(mShared.mLeaves);
-        mNeedsTable = false;
-    }
-    mHasTable = mHasTable || mTable.advance(until);
-    return mHasTable;
-}
-
-bool LeafPainter::placeCurves(const QDeadlineTimer& until) {
-    const QList<StrokeTable::entry>& entries = mTable.entries();
-    mCurves.reserve(entries.size());
-    while (mCurves.size() < entries.size()) {
-        const StrokeTable::entry& entry = entries[mCurves.size()];
-        mCurves.append(stroke_between(entry.from->mPos, entry.to->mPos, mLook.mLeafRadius));
-        if (mCurves.size() % STROKES_A_LOOK == 0 && until.hasExpired())
-            return false;
-    }
-    return true;
+void LeafPainter::placeStrokes() {
+    mStrokes.forgetPlaces();
+    Slice endless = Slice::endless();
+    mStrokes.place(endless);
 }
 
 void LeafPainter::paintOn(QPainter& painter) const {
@@ -85,15 +51,14 @@ void LeafPainter::paintOn(QPainter& painter) const {
 
 void LeafPainter::drawPatterns(QPainter& painter) const {
     const domain::Pattern* selected = mShared.selectedPattern();
-    beginStrokes(painter);
-    for (int position = 0; position < mCurves.size(); ++position)
-        drawStroke(painter, position, selected);
+    for (int position = 0; position < mStrokes.size(); ++position) {
+        if (!mStrokes.isOnlyIn(position, selected))
+            drawStroke(painter, position);
+    }
     if (!selected)
         return;
-    for (const int position : mTable.strokesOf(*selected)) {
-        if (const auto stroke = selectedStroke(position))
-            drawSelected(painter, *stroke);
-    }
+    for (const int position : mStrokes.of(*selected))
+        drawSelected(painter, selectedStroke(position));
 }
 
 void LeafPainter::drawLeaves(QPainter& painter) const {
@@ -101,15 +66,10 @@ void LeafPainter::drawLeaves(QPainter& painter) const {
         drawLeaf(painter, *leaf);
 }
 
-void LeafPainter::beginStrokes(QPainter& painter) const {
+void LeafPainter::drawStroke(QPainter& painter, int position) const {
     painter.setPen(mLook.mPatternPen);
     painter.setBrush(Qt::NoBrush);
-}
-
-void LeafPainter::drawStroke(QPainter& painter, int position,
-                             const domain::Pattern* selected) const {
-    if (mCurves[position] && !mTable.isOnlyIn(position, selected))
-        painter.drawPath(mCurves[position]->pathNear(mView));
+    painter.drawPath(mStrokes.curve(position).pathNear(mView));
 }
 
 void LeafPainter::drawSelected(QPainter& painter, const selected_stroke& stroke) const {
@@ -124,13 +84,11 @@ void LeafPainter::drawLeaf(QPainter& painter, const Leaf& leaf) const {
     leaf.drawOn(painter, mShared.leafSelection(), mLeafDraw);
 }
 
-std::optional<selected_stroke> LeafPainter::selectedStroke(int position) const {
-    if (!mCurves[position])
-        return std::nullopt;
-    selected_stroke selected{position, mCurves[position]->pathNear(mView), {}};
-    const QPointF target = mTable.entries()[position].to->mPos;
-    if (selected.curve.currentPosition() == mCurves[position]->end)
-        selected.head = arrow_head(selected.curve, target, mLook.mLeafRadius);
+selected_stroke LeafPainter::selectedStroke(int position) const {
+    const stroke& curve = mStrokes.curve(position);
+    selected_stroke selected{position, curve.pathNear(mView), {}};
+    if (selected.curve.currentPosition() == curve.end)
+        selected.head = arrow_head(selected.curve, mStrokes.target(position), mLook.mLeafRadius);
     return selected;
 }
 

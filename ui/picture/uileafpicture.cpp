@@ -1,6 +1,8 @@
 #include "ui/picture/uileafpicture.h"
 
 #include "ui/leaves/uilook.h"
+#include "ui/leaves/uishared.h"
+#include "ui/picture/uislice.h"
 
 #include <QPaintEngine>
 
@@ -21,7 +23,7 @@ constexpr int TILES_PER_DRAWING = 2;
 constexpr int BAND_ROWS = 8; // the height of the largest area that is drawn at once
 
 /// The scale to device pixels, and where within its device pixel the view begins.
-std::optional<QTransform> gridOf(const QPainter& painter) {
+std::optional<QTransform> toPixelsOf(const QPainter& painter) {
     const QTransform toDevice = painter.deviceTransform();
     const double scale = toDevice.m11();
     if (painter.paintEngine()->type() != QPaintEngine::Raster ||
@@ -37,24 +39,10 @@ QImage partOf(QImage& image, const QRect& rect) {
     return {first, rect.width(), rect.height(), image.bytesPerLine(), image.format()};
 }
 
-/// Throws `std::bad_alloc`.
-QImage newPicture(const QSize& size) {
-    QImage picture(size, QImage::Format_ARGB32_Premultiplied);
-    if (picture.isNull())
-        throw std::bad_alloc();
-    picture.fill(Qt::transparent);
-    return picture;
-}
-
 void copy(const QImage& from, const QRect& rect, QImage& to) {
     QPainter painter(&to);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     painter.drawImage(QPoint(), from, rect);
-}
-
-stroke mapped(const stroke& curve, const QTransform& transform) {
-    return {transform.map(curve.start), transform.map(curve.control1),
-            transform.map(curve.control2), transform.map(curve.end)};
 }
 
 void sortUnique(QList<int>& values) {
@@ -62,47 +50,42 @@ void sortUnique(QList<int>& values) {
     values.erase(std::unique(values.begin(), values.end()), values.end());
 }
 
-enum Appearance : char { PLAIN, SELECTED, IN_FOCUS };
-
-/// What of the selection `Leaf::drawOn` looks at.
-Appearance appearanceOf(const Leaf& leaf, const LeafSelection& selection) {
-    if (leaf.mIndex == selection.mPrimary)
-        return IN_FOCUS;
-    return selection.hasAlternate(leaf.mIndex) ? SELECTED : PLAIN;
-}
-
 } // namespace
 
 LeafPicture::LeafPicture(LeafPainter& painter)
-    : mPainter(painter) {}
+    : mPainter(painter)
+    , mStrokes(painter)
+    , mPattern(painter) {}
+
+void LeafPicture::onModelChanged() {
+    mPainter.strokes().forget();
+    forget();
+}
 
 void LeafPicture::forget() {
-    mStrokes = QImage();
+    mPainter.strokes().forgetPlaces();
+    mStrokes.forget();
     mShown = QImage();
-    mNextStroke = 0;
-    mHasStrokes = false;
     mRowsOnStrokes = 0;
     mLeaves.clear();
-    mLooks.clear();
-    mSelected = nullptr;
-    mPositions.clear();
-    mNextPosition = 0;
-    mSelectedStrokes.clear();
-    mSelectedOf.clear();
+    mPattern.clear(TileGrid());
     mTouched.clear();
+    mWaiting = TileSet();
     mWork = work();
 }
 
 bool LeafPicture::drawOn(QPainter& painter, const QSize& size, const QDeadlineTimer& until) {
-    const std::optional<QTransform> grid = gridOf(painter);
     mIsWhole = true;
     mIsNew = false;
     if (mPainter.shared().mLeaves.isEmpty())
         return true;
+    const std::optional<QTransform> toPixels = toPixelsOf(painter);
+    if (!toPixels) {
+        forget();
+        return false;
+    }
     try {
-        if (!grid)
-            return false;
-        prepare(*grid, size);
+        prepare(TileGrid(*toPixels, size));
     } catch (const std::bad_alloc&) {
         forget();
         return false;
@@ -114,8 +97,9 @@ bool LeafPicture::drawOn(QPainter& painter, const QSize& size, const QDeadlineTi
 }
 
 bool LeafPicture::advance(const QDeadlineTimer& until) {
+    Slice slice(until);
     try {
-        return mShown.isNull() || complete(until);
+        return mShown.isNull() || complete(slice);
     } catch (const std::bad_alloc&) {
         forget();
         return true;
@@ -123,151 +107,62 @@ bool LeafPicture::advance(const QDeadlineTimer& until) {
 }
 
 void LeafPicture::show(QPainter& painter) const {
-    const QTransform toView = mGrid.inverted();
-    const QRect unfinished = mShown.rect() & mTiles.pixels({0, mRowsOnStrokes, mTiles.columns(),
-                                                            mTiles.rows() - mRowsOnStrokes});
-    if (!unfinished.isEmpty() && !mStrokes.isNull())
-        painter.drawImage(toView.mapRect(QRectF(unfinished)), mStrokes, unfinished);
+    const QTransform toView = mGrid.toPixels().inverted();
+    const QRect unfinished =
+        mGrid.pixels({0, mRowsOnStrokes, mGrid.columns(), mGrid.rows() - mRowsOnStrokes});
+    if (!unfinished.isEmpty() && !mStrokes.picture().isNull())
+        painter.drawImage(toView.mapRect(QRectF(unfinished)), mStrokes.picture(), unfinished);
     painter.drawImage(toView.mapRect(QRectF(mShown.rect())), mShown);
 }
 
-void LeafPicture::prepare(const QTransform& grid, const QSize& size) {
-    if (!mShown.isNull() && mGrid == grid && mSize == size)
+void LeafPicture::prepare(const TileGrid& grid) {
+    const Shared& shared = mPainter.shared();
+    if (!mShown.isNull() && mGrid == grid && mLeaves.are(shared.mLeaves))
         return;
     forget();
     mGrid = grid;
-    mSize = size;
-    const QRectF area = grid.mapRect(QRectF(QPointF(), size));
-    const QSize pixels(static_cast<int>(std::ceil(area.right())),
-                       static_cast<int>(std::ceil(area.bottom())));
-    mShown = newPicture(pixels);
-    mTiles = TileGrid(pixels);
-    fileLeaves();
-    followLooks();
-    mWaiting = mLeavingOut = TileSet(mTiles);
+    mShown = grid.newPicture();
+    mLeaves.take(shared.mLeaves, mPainter.look().mLeafRadius, grid, shared.leafSelection());
+    mPattern.clear(grid);
+    mWaiting = TileSet(grid);
     touchAll();
 }
 
-void LeafPicture::fileLeaves() {
-    QList<int> tiles;
-    QList<qsizetype> ends; // of each leaf's among them
-    for (const Leaf* leaf : mPainter.shared().mLeaves) {
-        mLeaves.append(leaf);
-        collect(*leaf, tiles);
-        ends.append(tiles.size());
-    }
-    mFirstLeafOf.fill(0, mTiles.count() + 1);
-    for (const int tile : tiles)
-        ++mFirstLeafOf[tile + 1];
-    std::partial_sum(mFirstLeafOf.cbegin(), mFirstLeafOf.cend(), mFirstLeafOf.begin());
-    QList<int> next = mFirstLeafOf;
-    mLeavesOf.resize(tiles.size());
-    int leaf = 0;
-    for (qsizetype i = 0; i < tiles.size(); ++i) {
-        while (i == ends[leaf])
-            ++leaf;
-        mLeavesOf[next[tiles[i]]++] = leaf;
-    }
-}
-
 /// True when everything is drawn.
-bool LeafPicture::complete(const QDeadlineTimer& until) {
+bool LeafPicture::complete(Slice& slice) {
     while (true) {
-        followLooks();
-        if (mHasStrokes)
-            followPattern();
-        if (!findSelected(until))
+        if (!follow(slice))
             return false;
         takeTouched();
-        if (!drawAreas(until))
+        if (!drawAreas(slice))
             return false;
-        if (mHasStrokes)
+        if (mStrokes.isWhole())
             return true;
-        if (drawStrokes(until)) {
-            mHasStrokes = true;
+        if (drawStrokes(slice))
             touchAll();
-        } else if (until.hasExpired()) {
+        else if (slice.isOver(0))
             return false;
-        }
     }
 }
 
 /// Draws strokes in grey; true when all are drawn.
-bool LeafPicture::drawStrokes(const QDeadlineTimer& until) {
-    if (!mPainter.placeStrokes(until))
-        return false;
-    if (mPainter.curves().isEmpty())
+bool LeafPicture::drawStrokes(Slice& slice) {
+    const int drawn = mStrokes.drawn();
+    const bool isWhole = mStrokes.advance(mGrid, slice);
+    mIsNew = mIsNew || mStrokes.drawn() != drawn;
+    return isWhole;
+}
+
+/// Touches the tiles that are to show something else now; true when these are all. No pattern is
+/// shown before the grey strokes are.
+bool LeafPicture::follow(Slice& slice) {
+    if (mLeaves.follow(mPainter.shared().leafSelection(), mTouched))
+        dropWork();
+    if (!mStrokes.isWhole())
         return true;
-    if (mStrokes.isNull()) {
-        mStrokes = newPicture(mShown.size());
-        return false; // its memory took its time
-    }
-    mIsNew = true;
-    QPainter painter(&mStrokes);
-    painter.setTransform(mGrid);
-    painter.setRenderHint(QPainter::Antialiasing);
-    mPainter.beginStrokes(painter);
-    while (mNextStroke < mPainter.curves().size()) {
-        mPainter.drawStroke(painter, mNextStroke++, nullptr);
-        if (until.hasExpired())
-            break;
-    }
-    return mNextStroke >= mPainter.curves().size();
-}
-
-/// Touches the tiles of the leaves that look different now.
-void LeafPicture::followLooks() {
-    const LeafSelection& selection = mPainter.shared().leafSelection();
-    if (mLooks.size() == mLeaves.size() && mSelection == selection)
-        return;
-    dropWork();
-    QByteArray looks;
-    looks.reserve(mLeaves.size());
-    for (const Leaf* leaf : std::as_const(mLeaves)) {
-        const char look = appearanceOf(*leaf, selection);
-        if (looks.size() < mLooks.size() && mLooks[looks.size()] != look)
-            collect(*leaf, mTouched);
-        looks.append(look);
-    }
-    mLooks = looks;
-    mSelection = selection;
-}
-
-/// Touches the tiles of the pattern that was selected, if it is another one now.
-void LeafPicture::followPattern() {
-    const domain::Pattern* selected = mPainter.shared().selectedPattern();
-    if (selected == mSelected)
-        return;
-    dropWork();
-    mTouched += mSelectedOf.keys();
-    mSelectedStrokes.clear();
-    mSelectedOf.clear();
-    mSelected = selected;
-    mPositions = selected ? mPainter.strokeTable().strokesOf(*selected) : QList<int>();
-    mNextPosition = 0;
-}
-
-/// Touches the tiles of the selected strokes; true when all are found.
-bool LeafPicture::findSelected(const QDeadlineTimer& until) {
-    while (mNextPosition < mPositions.size()) {
-        if (const auto stroke = mPainter.selectedStroke(mPositions[mNextPosition]))
-            fileSelected(*stroke);
-        ++mNextPosition;
-        if (until.hasExpired())
-            break;
-    }
-    return mNextPosition >= mPositions.size();
-}
-
-void LeafPicture::fileSelected(const selected_stroke& stroke) {
-    QList<int> tiles;
-    collect(stroke.position, tiles);
-    collect(stroke.head.boundingRect(), tiles);
-    sortUnique(tiles);
-    for (const int tile : std::as_const(tiles))
-        mSelectedOf[tile].append(static_cast<int>(mSelectedStrokes.size()));
-    mSelectedStrokes.append(stroke);
-    mTouched += tiles;
+    if (mPattern.follow(mTouched))
+        dropWork();
+    return mPattern.find(slice, mTouched);
 }
 
 /// Lets the touched tiles wait.
@@ -278,7 +173,8 @@ void LeafPicture::takeTouched() {
     if (isLongWay())
         touchAll();
     for (const int tile : std::as_const(mTouched))
-        (hasLeftOut(mSelectedOf.value(tile)) ? mLeavingOut : mWaiting).add(tile);
+        mWaiting.add(tile,
+                     mPattern.leavesOutOn(mGrid.rectOf(tile)) ? TileSet::COSTLY : TileSet::PLAIN);
     mTouched.clear();
 }
 
@@ -286,82 +182,73 @@ void LeafPicture::takeTouched() {
 bool LeafPicture::isLongWay() const {
     qsizetype drawings = 0;
     for (const int tile : mTouched)
-        drawings += mFirstLeafOf[tile + 1] - mFirstLeafOf[tile] + mSelectedOf.value(tile).size();
-    return drawings > TILES_PER_DRAWING * (mLeaves.size() + mSelectedStrokes.size());
+        drawings += mLeaves.tiles().countOn(tile) + mPattern.tiles().countOn(tile);
+    return drawings > TILES_PER_DRAWING * (mLeaves.size() + mPattern.size());
 }
 
 void LeafPicture::touchAll() {
-    mTouched.resize(mTiles.count());
+    mTouched.resize(mGrid.count());
     std::iota(mTouched.begin(), mTouched.end(), 0);
 }
 
 /// Draws the areas that wait; true when none is left.
-bool LeafPicture::drawAreas(const QDeadlineTimer& until) {
-    while (!mWork.tiles.isEmpty() || !mWaiting.isEmpty() || !mLeavingOut.isEmpty()) {
+bool LeafPicture::drawAreas(Slice& slice) {
+    while (!mWork.tiles.isEmpty() || !mWaiting.isEmpty()) {
         if (mWork.tiles.isEmpty())
-            beginWork((mWaiting.firstRow() <= mLeavingOut.firstRow() ? mWaiting : mLeavingOut)
-                          .take(BAND_ROWS));
-        continueWork(until);
-        if (mHasStrokes && mWork.tiles.isEmpty())
-            mRowsOnStrokes =
-                std::max(mRowsOnStrokes, std::min(mWaiting.firstRow(), mLeavingOut.firstRow()));
-        if (until.hasExpired())
+            beginWork(mWaiting.take(BAND_ROWS));
+        continueWork(slice);
+        if (mStrokes.isWhole() && mWork.tiles.isEmpty())
+            mRowsOnStrokes = std::max(mRowsOnStrokes, mWaiting.firstRow());
+        if (slice.isOver(DRAWING_TIME))
             break;
     }
-    return mWork.tiles.isEmpty() && mWaiting.isEmpty() && mLeavingOut.isEmpty();
+    return mWork.tiles.isEmpty() && mWaiting.isEmpty();
 }
 
 void LeafPicture::beginWork(const QRect& tiles) {
-    mWork.pixels = mTiles.pixels(tiles);
-    for (int row = tiles.top(); row <= tiles.bottom(); ++row) {
-        for (int column = tiles.left(); column <= tiles.right(); ++column) {
-            const int tile = mTiles.tile(column, row);
-            mWork.tiles.append(tile);
-            mWork.selected += mSelectedOf.value(tile);
-            for (int i = mFirstLeafOf[tile]; i < mFirstLeafOf[tile + 1]; ++i)
-                mWork.leaves.append(mLeavesOf[i]);
-        }
-    }
-    sortUnique(mWork.selected);
-    sortUnique(mWork.leaves);
+    mWork.tiles = tiles;
+    mWork.pixels = mGrid.pixels(tiles);
+    mWork.selected = mPattern.tiles().on(tiles);
+    mWork.leaves = mLeaves.tiles().on(tiles);
     QImage part = partOf(mShown, mWork.pixels);
-    const bool leavesOut = hasLeftOut(mWork.selected);
+    const bool leavesOut = mPattern.leavesOutOn(tiles);
     if (leavesOut)
         mWork.strokes = strokesIn(mWork.pixels);
-    if (mHasStrokes && !mStrokes.isNull() && !leavesOut)
-        copy(mStrokes, mWork.pixels, part);
+    if (mStrokes.isWhole() && !mStrokes.picture().isNull() && !leavesOut)
+        copy(mStrokes.picture(), mWork.pixels, part);
     else
         part.fill(Qt::transparent);
 }
 
-/// The grey strokes that may touch `pixels`.
+/// The grey strokes that may touch `pixels`, but for those that are left out.
 QList<int> LeafPicture::strokesIn(const QRect& pixels) const {
-    const QList<std::optional<stroke>>& curves = mPainter.curves();
-    QList<int> strokes;
-    for (int position = 0; position < curves.size(); ++position) {
-        if (curves[position] && may_touch(mapped(*curves[position], mGrid), beside(), pixels))
-            strokes.append(position);
+    const Strokes& strokes = mPainter.strokes();
+    QList<int> touching;
+    for (int position = 0; position < strokes.size(); ++position) {
+        if (!mPattern.leavesOut(position) && mGrid.mayTouch(strokes.curve(position), pixels))
+            touching.append(position);
     }
-    return strokes;
+    return touching;
 }
 
 /// A pen of one device pixel takes another way through the raster engine than a wider one: its
 /// lines change where they cross the edge of the device, and do not under a clip. The wider one is
 /// exact on both, and much faster on a small device.
-void LeafPicture::continueWork(const QDeadlineTimer& until) {
+void LeafPicture::continueWork(Slice& slice) {
     mIsNew = true;
     const QRect& pixels = mWork.pixels;
+    const QTransform& toPixels = mGrid.toPixels();
     QImage part = partOf(mShown, pixels);
-    const bool thin = mGrid.m11() <= 1;
+    const bool thin = toPixels.m11() <= 1;
     QPainter painter(thin ? &mShown : &part);
     if (thin)
         painter.setClipRect(pixels);
-    painter.setTransform(thin ? mGrid
-                              : mGrid * QTransform::fromTranslate(-pixels.x(), -pixels.y()));
+    painter.setTransform(thin ? toPixels
+                              : toPixels * QTransform::fromTranslate(-pixels.x(), -pixels.y()));
     painter.setRenderHint(QPainter::Antialiasing);
     while (mWork.drawn < mWork.size()) {
         draw(painter, mWork.drawn++);
-        if (until.hasExpired())
+        if (slice.isOver(DRAWING_TIME))
             break;
     }
     if (mWork.drawn >= mWork.size())
@@ -370,54 +257,24 @@ void LeafPicture::continueWork(const QDeadlineTimer& until) {
 
 void LeafPicture::draw(QPainter& painter, qsizetype step) const {
     if (step < mWork.strokes.size()) {
-        mPainter.beginStrokes(painter);
-        mPainter.drawStroke(painter, mWork.strokes[step], mSelected);
+        mPainter.drawStroke(painter, mWork.strokes[step]);
         return;
     }
     step -= mWork.strokes.size();
     if (step < mWork.selected.size()) {
-        mPainter.drawSelected(painter, mSelectedStrokes[mWork.selected[step]]);
+        mPainter.drawSelected(painter, mPattern.at(mWork.selected[step]));
         return;
     }
     step -= mWork.selected.size();
-    mPainter.drawLeaf(painter, *mLeaves[mWork.leaves[step]]);
+    mPainter.drawLeaf(painter, mLeaves.at(mWork.leaves[step]));
 }
 
-/// What the work was to draw has changed: its tiles wait again.
+/// What the work was to draw has changed: its tiles are touched again.
 void LeafPicture::dropWork() {
-    mTouched += mWork.tiles;
+    for (int row = mWork.tiles.top(); row <= mWork.tiles.bottom(); ++row)
+        for (int column = mWork.tiles.left(); column <= mWork.tiles.right(); ++column)
+            mTouched.append(mGrid.tile(column, row));
     mWork = work();
-}
-
-bool LeafPicture::isLeftOut(int position) const {
-    return mPainter.strokeTable().isOnlyIn(position, mSelected);
-}
-
-/// Whether any of these selected strokes is.
-bool LeafPicture::hasLeftOut(const QList<int>& selected) const {
-    return std::any_of(selected.begin(), selected.end(),
-                       [this](int i) { return isLeftOut(mSelectedStrokes[i].position); });
-}
-
-/// More than what a pen adds to a curve on each side, in device pixels: half a view pixel, half as
-/// much again at square ends, and the smooth edge.
-double LeafPicture::beside() const {
-    return mGrid.m11() + 1;
-}
-
-void LeafPicture::collect(const QRectF& area, QList<int>& tiles) const {
-    const double more = beside();
-    mTiles.collect(mGrid.mapRect(area).adjusted(-more, -more, more, more), tiles);
-}
-
-void LeafPicture::collect(const Leaf& leaf, QList<int>& tiles) const {
-    const double radius = mPainter.look().mLeafRadius;
-    collect(QRectF(leaf.mPos, QSizeF()).adjusted(-radius, -radius, radius, radius), tiles);
-}
-
-void LeafPicture::collect(int position, QList<int>& tiles) const {
-    if (const std::optional<stroke>& curve = mPainter.curves()[position])
-        mTiles.collect(mapped(*curve, mGrid), beside(), tiles);
 }
 
 } // namespace ui

@@ -1,14 +1,12 @@
 #pragma once
 
-#include "ui/leaves/uishared.h"
-#include "ui/picture/uileafpainter.h"
-#include "ui/picture/uitilegrid.h"
+#include "ui/picture/uigreystrokes.h"
+#include "ui/picture/uishownleaves.h"
+#include "ui/picture/uishownpattern.h"
+#include "ui/picture/uitileset.h"
 
-#include <QByteArray>
 #include <QDeadlineTimer>
-#include <QHash>
 #include <QImage>
-#include <QTransform>
 
 namespace ui {
 
@@ -28,19 +26,24 @@ namespace ui {
 /// first on nothing; the grey strokes are shown below them while they are drawn, and are all there
 /// when the leaves and the selected pattern are drawn on them.
 ///
+/// Invariant: a tile of what is shown is right unless it is touched by a change of what it is to
+/// show, waits to be drawn or belongs to the work under way. What is touched waits before anything
+/// is drawn, and what is worked on does not wait: a change drops the work, whose tiles are touched.
+///
 /// Main thread only.
 class LeafPicture {
 public:
     /// `painter` outlives the picture.
     explicit LeafPicture(LeafPainter& painter);
 
-    /// To be called when leaves or strokes are others or elsewhere. The leaf painter has placed the
-    /// leaves, but need not have placed the strokes, when the picture is drawn next.
-    void forget();
+    /// To be called when leaves or patterns are others. That leaves are elsewhere, or the view has
+    /// another size, the picture sees itself. The leaves are placed when it is drawn next; strokes
+    /// are placed by the picture.
+    void onModelChanged();
 
     /// Lays strokes and leaves over what `painter` shows of a view of `size`, as far as they can be
-    /// drawn until `until`. False, with nothing drawn, for a painter that keeps vectors, turns or
-    /// stretches, or without memory for the pictures.
+    /// drawn until `until`. False, with nothing drawn and no stroke placed, for a painter that
+    /// keeps vectors, turns or stretches, or without memory for the pictures.
     bool drawOn(QPainter& painter, const QSize& size, const QDeadlineTimer& until);
 
     /// Draws more of what `drawOn` left to be drawn, until `until`; `drawOn` shows it. True when
@@ -57,70 +60,46 @@ public:
 private:
     /// Drawing one area of what is shown.
     struct work {
-        QList<int> tiles;
+        QRect tiles; // in columns and rows; empty when there is no work
         QRect pixels;
-        QList<int> strokes;  ///< To be drawn where some are left out: positions in the table.
-        QList<int> selected; ///< Positions in mSelectedStrokes.
-        QList<int> leaves;   ///< Positions in mLeaves.
-        qsizetype drawn = 0; ///< Of all of these, in this order.
+        QList<int> strokes;  // to be drawn where some are left out
+        QList<int> selected; // positions in the shown pattern
+        QList<int> leaves;   // positions in the shown leaves
+        qsizetype drawn = 0; // of all of these, in this order
 
         qsizetype size() const { return strokes.size() + selected.size() + leaves.size(); }
     };
 
-    void prepare(const QTransform& grid, const QSize& size);
-    void fileLeaves();
-    bool complete(const QDeadlineTimer& until);
-    bool drawStrokes(const QDeadlineTimer& until);
-    void followLooks();
-    void followPattern();
-    bool findSelected(const QDeadlineTimer& until);
-    void fileSelected(const selected_stroke& stroke);
+    void forget();
+    void prepare(const TileGrid& grid);
+    bool complete(Slice& slice);
+    bool drawStrokes(Slice& slice);
+    bool follow(Slice& slice);
     void takeTouched();
     bool isLongWay() const;
     void touchAll();
-    bool drawAreas(const QDeadlineTimer& until);
+    bool drawAreas(Slice& slice);
     void beginWork(const QRect& tiles);
     QList<int> strokesIn(const QRect& pixels) const;
-    void continueWork(const QDeadlineTimer& until);
+    void continueWork(Slice& slice);
     void dropWork();
     void draw(QPainter& painter, qsizetype step) const;
     void show(QPainter& painter) const;
-    bool isLeftOut(int position) const;
-    bool hasLeftOut(const QList<int>& selected) const;
-    double beside() const;
-    void collect(const QRectF& area, QList<int>& tiles) const;
-    void collect(const Leaf& leaf, QList<int>& tiles) const;
-    void collect(int position, QList<int>& tiles) const;
 
     LeafPainter& mPainter;
-    QTransform mGrid; // from view to device pixels, as far as the pixels depend on it
-    QSize mSize;      // of the view
-    TileGrid mTiles;
-    QImage mStrokes;     // every stroke; null when there are none yet
-    QImage mShown;       // null when it is to be drawn
-    int mNextStroke = 0; // to be drawn in mStrokes
-    bool mHasStrokes = false;
+    TileGrid mGrid;
+    GreyStrokes mStrokes;
+    QImage mShown;          // null when everything is to begin anew
     int mRowsOnStrokes = 0; // of tiles in mShown, from the top, that hold strokes too
     bool mIsWhole = true;
     bool mIsNew = false;
 
-    // In list order, and by tile: those of a tile end where those of the next begin.
-    QList<const Leaf*> mLeaves;
-    QList<int> mLeavesOf; // positions in mLeaves
-    QList<int> mFirstLeafOf;
-
     // What mShown shows when no tile waits.
-    LeafSelection mSelection;
-    QByteArray mLooks; // of the leaves, in list order
-    const domain::Pattern* mSelected = nullptr;
-    QList<int> mPositions;                   // of its strokes in the stroke table
-    qsizetype mNextPosition = 0;             // to be looked at
-    QList<selected_stroke> mSelectedStrokes; // those found so far
-    QHash<int, QList<int>> mSelectedOf;      // by tile; positions in mSelectedStrokes
+    ShownLeaves mLeaves;
+    ShownPattern mPattern;
 
-    QList<int> mTouched; // tiles that are to be drawn again
-    TileSet mWaiting;    // for that; here grey strokes are copied
-    TileSet mLeavingOut; // for that; here they are drawn, but for some
+    QList<int> mTouched; // tiles, some of them several times
+    TileSet mWaiting;    // tiles where strokes are copied, and costly ones where they are drawn
     work mWork;          // under way
 };
 

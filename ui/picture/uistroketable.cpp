@@ -1,6 +1,6 @@
 #include "ui/picture/uistroketable.h"
 
-#include <QBitArray>
+#include "ui/picture/uislice.h"
 
 #include <algorithm>
 
@@ -9,7 +9,8 @@ namespace ui {
 namespace {
 
 constexpr int SETTLED_BITS = 16;
-constexpr int ENTRIES_A_LOOK = 4096; // at the clock; some microseconds' work
+constexpr int ENTRIES_AT_ONCE = 4096;
+constexpr int ENTRY_TIME = 5; // nanoseconds
 
 quint64 key(int from, int to) {
     return static_cast<quint64>(static_cast<quint32>(from)) << 32 | static_cast<quint32>(to);
@@ -26,35 +27,30 @@ void StrokeTable::clear() {
     mEntries.clear();
     mPositions.clear();
     mSettled.clear();
-    mLeaves = nullptr;
     mLeaf.reset();
     mPattern.reset();
     mNext = 1;
 }
 
-void StrokeTable::begin(const LeafList& leaves) {
-    clear();
+void StrokeTable::begin() {
     mSettled.resize(std::size_t(1) << SETTLED_BITS);
-    mLeaves = &leaves;
-    mLeaf = leaves.begin();
+    mLeaf = mLeaves.begin();
 }
 
-bool StrokeTable::advance(const QDeadlineTimer& until) {
-    for (int left = ENTRIES_A_LOOK; nextPattern();) {
+bool StrokeTable::advance(Slice& slice) {
+    if (!mLeaf)
+        begin();
+    while (nextPattern()) {
         const domain::Pattern& pattern = ***mPattern;
-        const int size = pattern.mSequence.size();
-        const int end = std::min(size, mNext + left);
-        left -= end - mNext + 1;
-        addStrokes(pattern, end);
-        if (mNext >= size) {
+        const int first = mNext;
+        addStrokes(pattern, std::min(pattern.mSequence.size(), first + ENTRIES_AT_ONCE));
+        const int walked = mNext - first;
+        if (mNext >= pattern.mSequence.size()) {
             ++*mPattern;
             mNext = 1;
         }
-        if (left > 0)
-            continue;
-        if (until.hasExpired())
+        if (slice.isOver((walked + 1) * ENTRY_TIME))
             return false;
-        left = ENTRIES_A_LOOK;
     }
     mSettled = {};
     return true;
@@ -70,7 +66,7 @@ bool StrokeTable::nextPattern() {
 }
 
 bool StrokeTable::nextLeaf() {
-    if (!mLeaf || !mLeaf->hasValue())
+    if (!mLeaf->hasValue())
         return false;
     mPattern.reset();
     if (const domain::Branch* branch = (**mLeaf)->mBranch)
@@ -90,8 +86,8 @@ void StrokeTable::addStrokes(const domain::Pattern& pattern, int end) {
 }
 
 void StrokeTable::addUse(int from, int to, const domain::Pattern& user) {
-    const Leaf* start = mLeaves->leafAt(from);
-    const Leaf* end = mLeaves->leafAt(to);
+    const Leaf* start = mLeaves.leafAt(from);
+    const Leaf* end = mLeaves.leafAt(to);
     if (!start || !end)
         return;
     const int next = static_cast<int>(mEntries.size());
@@ -106,19 +102,12 @@ void StrokeTable::addUse(int from, int to, const domain::Pattern& user) {
 
 QList<int> StrokeTable::strokesOf(const domain::Pattern& pattern) const {
     QList<int> strokes;
-    QBitArray seen(mEntries.size());
     for (int i = 1; i < pattern.mSequence.size(); ++i) {
         const auto found = mPositions.find(key(pattern.mSequence[i - 1], pattern.mSequence[i]));
-        if (found == mPositions.end() || seen.testBit(found->second))
-            continue;
-        seen.setBit(found->second);
-        strokes.append(found->second);
+        if (found != mPositions.end())
+            strokes.append(found->second);
     }
     return strokes;
-}
-
-bool StrokeTable::isOnlyIn(int stroke, const domain::Pattern* pattern) const {
-    return pattern && mEntries[stroke].onlyUser == pattern;
 }
 
 } // namespace ui

@@ -2,7 +2,6 @@
 
 #include "ui/leaves/uileaflist.h"
 
-#include <QDeadlineTimer>
 #include <QList>
 
 #include <optional>
@@ -10,6 +9,8 @@
 #include <vector>
 
 namespace ui {
+
+class Slice;
 
 /// The strokes that draw all patterns of a list of leaves, each differing one once, in the order
 /// in which a walk over leaves and patterns meets them. A long log repeats every stroke a hundred
@@ -28,29 +29,30 @@ public:
         const domain::Pattern* onlyUser; ///< Null when several patterns have the stroke.
     };
 
+    /// `leaves` outlives the table.
+    explicit StrokeTable(const LeafList& leaves)
+        : mLeaves(leaves) {}
+
+    /// Drops all strokes; the next `advance` begins to collect.
     void clear();
 
-    /// Drops all strokes and begins to collect those of `leaves`, which stay as they are until the
-    /// table is built.
-    void begin(const LeafList& leaves);
-
-    /// Collects until `until`, or all; true when all strokes are there.
-    bool advance(const QDeadlineTimer& until);
+    /// Collects more strokes of the leaves, which stay as they are; true when all are there. May
+    /// throw `std::bad_alloc`; `clear` it then.
+    bool advance(Slice& slice);
 
     const QList<entry>& entries() const { return mEntries; }
 
-    /// The strokes of a pattern of the leaves, each once, in the pattern's order.
+    /// The strokes of a pattern of the leaves, in the pattern's order and as often as it has them.
     QList<int> strokesOf(const domain::Pattern& pattern) const;
 
-    /// Whether no other pattern than `pattern` has the stroke; false for null.
-    bool isOnlyIn(int stroke, const domain::Pattern* pattern) const;
-
 private:
+    void begin();
     bool nextPattern();
     bool nextLeaf();
     void addStrokes(const domain::Pattern& pattern, int end);
     void addUse(int from, int to, const domain::Pattern& user);
 
+    const LeafList& mLeaves;
     QList<entry> mEntries;
     std::unordered_map<quint64, int> mPositions; // by the indices of both leaves
 
@@ -58,9 +60,8 @@ private:
     // pairs of entries are among them and need no further look. A zero is no key.
     std::vector<quint64> mSettled;
 
-    // How far the walk is: the leaves whose patterns are to come, the patterns of the leaf that it
-    // is at, and the entry that the next stroke of their first leads to.
-    const LeafList* mLeaves = nullptr;
+    // How far the walk is, empty before it: the leaves whose patterns are to come, the patterns of
+    // the leaf that it is at, and the entry that the next stroke of their first leads to.
     std::optional<ManagedListIterator<Leaf*>> mLeaf;
     std::optional<ManagedListIterator<domain::Pattern*>> mPattern;
     int mNext = 1;

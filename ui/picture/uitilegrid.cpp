@@ -1,6 +1,8 @@
 #include "ui/picture/uitilegrid.h"
 
 #include <algorithm>
+#include <cmath>
+#include <new>
 
 namespace ui {
 
@@ -16,34 +18,18 @@ int tileAt(double pixel) {
     return static_cast<int>(pixel) / TILE;
 }
 
+stroke mapped(const stroke& curve, const QTransform& transform) {
+    return {transform.map(curve.start), transform.map(curve.control1),
+            transform.map(curve.control2), transform.map(curve.end)};
+}
+
 } // namespace
 
-QRect TileGrid::pixels(const QRect& tiles) const {
-    return QRect(tiles.topLeft() * TILE, tiles.size() * TILE) & QRect(QPoint(), mSize);
-}
-
-void TileGrid::collect(const QRectF& area, QList<int>& tiles) const {
-    const QRectF touched = area & QRectF(QPointF(), mSize);
-    if (touched.isEmpty())
-        return;
-    const int right = std::min(columns() - 1, tileAt(touched.right()));
-    const int bottom = std::min(rows() - 1, tileAt(touched.bottom()));
-    for (int row = tileAt(touched.top()); row <= bottom; ++row)
-        for (int column = tileAt(touched.left()); column <= right; ++column)
-            tiles.append(tile(column, row));
-}
-
-/// Cuts the curve up until its hulls are about as small as a tile.
-void TileGrid::collect(const stroke& curve, double beside, QList<int>& tiles) const {
-    const QRectF hull = curve.hull();
-    const QRectF area = hull.adjusted(-beside, -beside, beside, beside);
-    if (std::max(hull.width(), hull.height()) <= TILE) {
-        collect(area, tiles);
-    } else if (area.intersects(QRectF(QPointF(), mSize))) {
-        const auto [first, second] = curve.halves();
-        collect(first, beside, tiles);
-        collect(second, beside, tiles);
-    }
+TileGrid::TileGrid(const QTransform& toPixels, const QSize& view)
+    : mToPixels(toPixels) {
+    const QRectF area = toPixels.mapRect(QRectF(QPointF(), view));
+    mSize = QSize(static_cast<int>(std::ceil(area.right())),
+                  static_cast<int>(std::ceil(area.bottom())));
 }
 
 int TileGrid::columns() const {
@@ -54,54 +40,51 @@ int TileGrid::rows() const {
     return tilesAlong(mSize.height());
 }
 
-/// Cuts the curve up as `TileGrid::collect` does.
-bool may_touch(const stroke& curve, double beside, const QRectF& area) {
-    const QRectF hull = curve.hull();
-    if (!hull.adjusted(-beside, -beside, beside, beside).intersects(area))
-        return false;
-    if (std::max(hull.width(), hull.height()) <= TILE)
-        return true;
-    const auto [first, second] = curve.halves();
-    return may_touch(first, beside, area) || may_touch(second, beside, area);
+QRect TileGrid::pixels(const QRect& tiles) const {
+    return QRect(tiles.topLeft() * TILE, tiles.size() * TILE) & QRect(QPoint(), mSize);
 }
 
-int TileSet::firstRow() const {
-    return isEmpty() ? mGrid.rows() : static_cast<int>(mFirst) / mGrid.columns();
+QImage TileGrid::newPicture() const {
+    QImage picture(mSize, QImage::Format_ARGB32_Premultiplied);
+    if (picture.isNull())
+        throw std::bad_alloc();
+    picture.fill(Qt::transparent);
+    return picture;
 }
 
-void TileSet::add(int tile) {
-    mWaits.setBit(tile);
-    mFirst = std::min(mFirst, qsizetype(tile));
+void TileGrid::collect(const QRectF& area, QList<int>& tiles) const {
+    collectPixels(withPen(mToPixels.mapRect(area)), tiles);
 }
 
-QRect TileSet::take(int mostRows) {
-    const int row = firstRow();
-    const int left = static_cast<int>(mFirst) % mGrid.columns();
-    int right = left;
-    while (right + 1 < mGrid.columns() && waits(row, right + 1, right + 1))
-        ++right;
-    int bottom = row;
-    while (bottom + 1 < std::min(row + mostRows, mGrid.rows()) && waits(bottom + 1, left, right))
-        ++bottom;
-    const QRect taken(QPoint(left, row), QPoint(right, bottom));
-    for (int y = row; y <= bottom; ++y)
-        mWaits.fill(false, mGrid.tile(left, y), mGrid.tile(right, y) + 1);
-    skip();
-    return taken;
+void TileGrid::collect(const stroke& curve, QList<int>& tiles) const {
+    visit_pieces(mapped(curve, mToPixels), withPen(QRectF(QPointF(), mSize)), TILE,
+                 [&](const stroke& piece) {
+                     collectPixels(withPen(piece.hull()), tiles);
+                     return false;
+                 });
 }
 
-/// Whether all tiles of a row do, from the column `first` to `last`.
-bool TileSet::waits(int row, int first, int last) const {
-    for (int column = first; column <= last; ++column) {
-        if (!mWaits.testBit(mGrid.tile(column, row)))
-            return false;
-    }
-    return true;
+bool TileGrid::mayTouch(const stroke& curve, const QRect& pixels) const {
+    return visit_pieces(mapped(curve, mToPixels), withPen(pixels), TILE,
+                        [](const stroke& /*piece*/) { return true; });
 }
 
-void TileSet::skip() {
-    while (mFirst < mWaits.size() && !mWaits.testBit(mFirst))
-        ++mFirst;
+/// With more than what the pen adds on each side: half a view pixel, half as much again at square
+/// ends, and the smooth edge.
+QRectF TileGrid::withPen(const QRectF& area) const {
+    const double more = mToPixels.m11() + 1;
+    return area.adjusted(-more, -more, more, more);
+}
+
+void TileGrid::collectPixels(const QRectF& area, QList<int>& tiles) const {
+    const QRectF touched = area & QRectF(QPointF(), mSize);
+    if (touched.isEmpty())
+        return;
+    const int right = std::min(columns() - 1, tileAt(touched.right()));
+    const int bottom = std::min(rows() - 1, tileAt(touched.bottom()));
+    for (int row = tileAt(touched.top()); row <= bottom; ++row)
+        for (int column = tileAt(touched.left()); column <= right; ++column)
+            tiles.append(tile(column, row));
 }
 
 } // namespace ui

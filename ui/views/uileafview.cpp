@@ -58,8 +58,7 @@ QSize LeafView::minimumSizeHint() const {
 
 void LeafView::onModelChanged() {
     mNeedsLayout = true;
-    mLeafPainter.onModelChanged();
-    mLeafPicture.forget();
+    mLeafPicture.onModelChanged();
 }
 
 void LeafView::selectionChanged(quint64 /*mask*/) {
@@ -138,7 +137,6 @@ void LeafView::dropEvent(QDropEvent* event) {
 void LeafView::layout(const QSize& size) {
     mNeedsLayout = false;
     mLeafPainter.placeLeaves(size);
-    mLeafPicture.forget();
 }
 
 void LeafView::paintOn(QPainter& painter, const QDeadlineTimer& until) {
@@ -153,7 +151,7 @@ void LeafView::paintOn(QPainter& painter, const QDeadlineTimer& until) {
 /// Where there is no memory for the strokes either, leaves alone.
 void LeafView::drawWithoutPicture(QPainter& painter) {
     try {
-        mLeafPainter.placeStrokes(QDeadlineTimer(QDeadlineTimer::Forever));
+        mLeafPainter.placeStrokes();
     } catch (const std::bad_alloc&) {
         // No stroke is placed then.
     }

@@ -75,13 +75,13 @@ protected:
         mShared.setPatternSelection(pattern);
     }
 
-    /// What `draw` draws on a transparent picture of the view's size and offset.
+    /// What `draw` draws on a picture of the view's size and offset.
     template <typename Draw>
     QImage imageOf(double ratio, Draw draw) {
         const QSizeF shown(mView.width() + mOffset.x(), mView.height() + mOffset.y());
         QImage image((shown * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
         image.setDevicePixelRatio(ratio);
-        image.fill(Qt::transparent);
+        image.fill(mGround);
         draw(image);
         return image;
     }
@@ -92,12 +92,13 @@ protected:
         });
     }
 
-    QImage plain(double ratio) {
-        return imageOf(ratio, [this](QImage& image) {
+    template <typename... Size>
+    QImage plain(double ratio, Size... size) {
+        return imageOf(ratio, [&](QImage& image) {
             QPainter painter(&image);
             painter.translate(mOffset);
             painter.setClipRect(mView.rect());
-            PlainLeafView(mLook, mShared).paintOn(painter, mView.size());
+            PlainLeafView(mLook, mShared).paintOn(painter, size...);
         });
     }
 
@@ -112,37 +113,32 @@ protected:
     domain::Nest mNest;
     ui::Shared mShared{nullptr};
     View mView{mLook, mShared, nullptr};
+    QColor mGround = Qt::transparent; ///< Of pictures.
     QPoint mOffset; ///< Of the view in pictures, as of a view beside another in a window.
 };
 
-TEST_F(LeafViewTest, SelectedPatternIsBlackWithGreenHeadsOverGrey) {
-    add(domain::GESTURE_DOWN, {40, 40}, {{0, 1, 0}, {0, 2, 0}});
-    add(domain::GESTURE_DOWN, {70, 40});
-    add(domain::GESTURE_DOWN, {40, 70});
-    for (const double corner : {0, 99})
-        add(domain::GESTURE_DOWN, {corner, corner});
+TEST_F(LeafViewTest, StrokesAreGreyAndSelectedOnesBlackWithGreenHeads) {
+    add(domain::GESTURE_DOWN, {0, 50}, {{0, 1, 0}, {0, 2, 0}});
+    add(domain::GESTURE_DOWN, {99, 0});
+    add(domain::GESTURE_DOWN, {99, 99});
     build();
-    for (const double ratio : {1, 2})
-        for (const int pattern : {0, 1, 2}) {
-            select(0, pattern);
-            const QImage image = painted(ratio);
-            for (const int other : {1, 2})
-                for (const bool back : {false, true}) {
-                    const QPointF from = centre(back ? other : 0), to = centre(back ? 0 : other);
-                    const QPainterPath curve = ui::stroke_between(from, to, 8)->path();
-                    const QPointF half = curve.pointAtPercent(0.5);
-                    const QPointF head = ui::arrow_head(curve, to, 8).boundingRect().center();
-                    const QColor at = image.pixelColor((half * ratio).toPoint());
-                    const bool isSelected = other == pattern + 1;
-                    SCOPED_TRACE(testing::Message() << pattern << other << back << " @" << ratio);
-                    EXPECT_NEAR(at.red(), isSelected ? 0 : 175, 3);
-                    EXPECT_GT(at.alpha(), 80);
-                    EXPECT_EQ(image.pixelColor((head * ratio).toPoint()).green() == 255,
-                              isSelected);
-                }
-            EXPECT_EQ(image.pixelColor((centre(0) * ratio).toPoint()), mLook.mPrimaryFill);
-        }
+    select(0, 0);
+    const QImage image = painted(4);
+    const auto at = [&image](const QPointF& place) {
+        return image.pixelColor((place * 4).toPoint());
+    };
+    const auto curve = [this](int to) {
+        return ui::stroke_between(centre(0), centre(to), 8)->path();
+    };
+    EXPECT_EQ(at(curve(1).pointAtPercent(0.5)), QColor(0, 0, 0));
+    EXPECT_EQ(at(curve(2).pointAtPercent(0.5)), QColor(175, 175, 175));
+    EXPECT_EQ(at(ui::arrow_head(curve(1), centre(1), 8).boundingRect().center()),
+              QColor(0, 255, 0));
+    EXPECT_EQ(at(centre(0)), QColor(0, 255, 0));
 }
+
+// Of 255, where strokes are mixed in another order, or before they are laid over a ground.
+constexpr int ROUNDING = 3;
 
 /// Of any channel of any pixel, of 255.
 int largestDifference(const QImage& a, const QImage& b) {
@@ -194,15 +190,20 @@ TEST_F(RandomLeafView, PixelsAreThoseOfPlainDrawing) {
             if (step % 4 == 0)
                 mView.resize(1 + below(400), 1 + below(300));
             select(below(mNest.size() + 1) - 1, below(10) ? below(4) : -1);
+            mGround = step % 2 ? Qt::white : Qt::transparent;
             // Strokes of one device pixel differ a little where they leave the picture.
-            const int allowed = ratio == 1 && !mOffset.isNull() ? 4 : 0;
-            ASSERT_LE(largestDifference(painted(ratio), plain(ratio)), allowed)
+            const int allowed = ROUNDING + (ratio == 1 && !mOffset.isNull() ? 4 : 0);
+            ASSERT_LE(largestDifference(painted(ratio), plain(ratio, mView.size())), allowed)
                 << round << ", step " << step << " @" << ratio;
         }
+        // By hand, and nobody told.
+        mShared.mLeaves.front()->mPos += QPointF(below(50), below(50));
+        ASSERT_LE(largestDifference(painted(ratio), plain(ratio)), ROUNDING + 4)
+            << round << " @" << ratio;
     }
 }
 
-TEST_F(RandomLeafView, LeavesOutAmongManyStrokesExactly) {
+TEST_F(RandomLeafView, LeavesOutAmongManyStrokes) {
     mView.resize(500, 350);
     const int leaves = 60;
     for (int i = 0; i < leaves; ++i) {
@@ -215,7 +216,8 @@ TEST_F(RandomLeafView, LeavesOutAmongManyStrokesExactly) {
     for (const double ratio : {1.0, 2.0, 1.5})
         for (int step = 0; step < 10; ++step) {
             select(below(leaves), below(12));
-            ASSERT_EQ(painted(ratio), plain(ratio)) << "step " << step << " @" << ratio;
+            ASSERT_LE(largestDifference(painted(ratio), plain(ratio, mView.size())), ROUNDING)
+                << "step " << step << " @" << ratio;
         }
 }
 
@@ -226,22 +228,49 @@ TEST_F(RandomLeafView, DrawnBitByBitThePixelsAreTheSameInTheEnd) {
     for (int round = 0; round < 12; ++round) {
         const double ratio = round % 3 * 0.5 + 1;
         model();
-        painter.onModelChanged();
         painter.placeLeaves(mView.size());
-        picture.forget();
+        picture.onModelChanged();
         QImage image;
         int steps = 0;
         do {
             if (steps < 300 && below(9) == 0)
                 select(below(mNest.size()), below(3));
+            const QImage before = image;
             image = imageOf(ratio, [&](QImage& onto) {
                 QPainter onImage(&onto);
                 ASSERT_TRUE(picture.drawOn(onImage, mView.size(), over));
             });
+            ASSERT_TRUE(picture.isNew() || before.isNull() || image == before);
         } while (!picture.isWhole() && ++steps < 10000);
-        ASSERT_EQ(image, plain(ratio)) << round << " @" << ratio;
+        ASSERT_LE(largestDifference(image, plain(ratio, mView.size())), ROUNDING) << round;
+        QPainter again(&image);
+        ASSERT_TRUE(picture.drawOn(again, mView.size(), over) && !picture.isNew());
         EXPECT_GT(steps, mNest.size());
     }
+}
+
+TEST_F(LeafViewTest, StrokesAreShownBeforeAllAreDrawn) {
+    const int leaves = 50;
+    for (int i = 0; i < leaves; ++i)
+        add(domain::GESTURE_DOWN, QPointF(i * 2, i % 3 * 49), {{i, (i + 9) % leaves, i}});
+    build();
+    ui::LeafPainter painter(mLook, mShared);
+    painter.placeLeaves(mView.size());
+    const auto first = ui::stroke_between(centre(leaves - 1), centre(8), 8);
+    const QPoint onFirst = first->path().pointAtPercent(0.5).toPoint();
+    ui::LeafPicture picture(painter);
+    int steps = 0, firstSeen = 0;
+    do {
+        ++steps;
+        const QImage image = imageOf(1, [&](QImage& onto) {
+            QPainter onImage(&onto);
+            ASSERT_TRUE(picture.drawOn(onImage, mView.size(), QDeadlineTimer(0)));
+        });
+        if (firstSeen == 0 && image.pixelColor(onFirst).alpha() > 0)
+            firstSeen = steps;
+    } while (!picture.isWhole() && steps < 1000);
+    EXPECT_GT(firstSeen, leaves) << "leaves come first";
+    EXPECT_LT(firstSeen, steps - 2 * leaves) << "most strokes and all leaves are still to come";
 }
 
 /// What the widget has drawn in its window; a grab of the screen would cut it at ratio 2.
@@ -277,7 +306,7 @@ TEST_F(LeafViewTest, VectorsStayVectors) {
         QPainter painter(&onto);
         painter.drawPicture(0, 0, vectors);
     });
-    EXPECT_EQ(image, plain(1));
+    EXPECT_EQ(image, plain(1, mView.size()));
     EXPECT_LT(vectors.size(), 5000U) << "less than pixels take";
 }
 
@@ -373,22 +402,6 @@ TEST_F(LeafViewTest, MoveRepaintsTheOldBandAndTheNewOne) {
     QTest::mouseMove(&mView, QPoint(60, 130));
     QCoreApplication::processEvents();
     EXPECT_EQ(mView.mPainted, QRegion(59, 99, 82, 52));
-}
-
-TEST_F(LeafViewTest, ResizingLaysTheLeavesOutAnew) {
-    add(domain::GESTURE_MENU, {0, 0});
-    add(domain::GESTURE_MENU, {0, 0});
-    add(domain::GESTURE_DOWN, {0, 0});
-    build();
-    for (const QSize size : {QSize(300, 200), QSize(444, 261), QSize(20, 10)}) {
-        mView.resize(size);
-        painted();
-        EXPECT_EQ(centre(1), QPointF(22, 22));
-        EXPECT_EQ(centre(0), QPointF(size.width() - 22, 22));
-        EXPECT_EQ(centre(2), QPointF(size.width() / 2.0, 39 + (size.height() - 61) / 2.0));
-    }
-    EXPECT_EQ(mView.sizeHint(), QSize(500, 400));
-    EXPECT_EQ(mView.minimumSizeHint(), QSize(-1, -1));
 }
 
 TEST_F(LeafViewTest, DropAsksForItsFirstFile) {
