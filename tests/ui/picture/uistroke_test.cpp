@@ -123,21 +123,6 @@ TEST(Stroke, IsFiniteOrNone) {
     EXPECT_FALSE(ui::stroke_between({-1e308, 0}, {1e308, 1e308}, RADIUS));
 }
 
-TEST(Stroke, BetweenCirclesAtOnePointLeadsToTheRight) {
-    const double off = RADIUS / std::sqrt(2.0);
-    const QPointF at(50, 60), left(at.x() - off, at.y() - off), right(at.x() + off, at.y() - off);
-    const auto curve = ui::stroke_between(at, at, RADIUS);
-    ASSERT_TRUE(curve);
-    expectNear(curve->start, right, NEAR);
-    expectNear(curve->end, left, NEAR);
-    expectNear(curve->control1, right - QPointF(0.5 * off, -0.6 * off), NEAR);
-    expectNear(curve->control2, right - QPointF(0.9 * off, -0.6 * off), NEAR);
-    const QPainterPath head = ui::arrow_head(curve->path(), at, RADIUS);
-    const QPointF base = (head.elementAt(1) + QPointF(head.elementAt(2))) / 2;
-    const QPointF tangent = curve->end - curve->control2;
-    expectNear(base, left + tangent * (RADIUS / length(tangent)), 0.01);
-}
-
 /// What a painter makes of a path on a small picture.
 QImage drawn(const QPainterPath& path) {
     QImage image(300, 200, QImage::Format_ARGB32_Premultiplied);
