@@ -3,9 +3,9 @@
 #include "bench/benchlogs.h"
 #include "bench/benchrows.h"
 #include "domain/domainblackboard.h"
+#include "domain/domainlog.h"
 #include "domain/domainnest.h"
 #include "domain/domainnestreader.h"
-#include "json/jsonparser.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -55,7 +55,7 @@ int loadAndReport(const std::string& path) {
     domain::NestReader reader(analysis);
     domain::Nest nest;
     reader.begin(nest);
-    if (!file.open(QIODevice::ReadOnly) || !json::Parser().parse(&file, &reader))
+    if (!file.open(QIODevice::ReadOnly) || !domain::read_log(file, reader))
         return 1;
     std::printf("%ld\n", peakKilobytes());
     return 0;

@@ -2,6 +2,7 @@
 #include "bench/benchpeers.h"
 #include "bench/benchrows.h"
 #include "domain/domainanalysis.h"
+#include "domain/domainlog.h"
 #include "domain/domainnest.h"
 #include "domain/domainnestreader.h"
 #include "json/jsonparser.h"
@@ -44,7 +45,7 @@ bool tallyOurs(const LogFile& log, Tally& tally) {
     domain::NestReader reader(none);
     domain::Nest nest;
     reader.begin(nest);
-    const bool done = file.open(QIODevice::ReadOnly) && json::Parser().parse(&file, &reader);
+    const bool done = file.open(QIODevice::ReadOnly) && domain::read_log(file, reader);
     tally = {nest.size(), reader.recordingCount(), reader.eventCount()};
     return done;
 }

@@ -2,9 +2,9 @@
 #include "bench/benchrows.h"
 #include "domain/domainanalysis.h"
 #include "domain/domainblackboard.h"
+#include "domain/domainlog.h"
 #include "domain/domainnest.h"
 #include "domain/domainnestreader.h"
-#include "json/jsonparser.h"
 
 #include <QFile>
 
@@ -21,7 +21,7 @@ void measureReading(benchmark::State& state, const LogFile& log) {
         domain::NestReader reader(analysis);
         domain::Nest nest;
         reader.begin(nest);
-        if (!file.open(QIODevice::ReadOnly) || !json::Parser().parse(&file, &reader) ||
+        if (!file.open(QIODevice::ReadOnly) || !domain::read_log(file, reader) ||
             reader.eventCount() != log.tally.events)
             state.SkipWithError("reads something else");
     }

@@ -118,9 +118,8 @@ bool Nest::growTo(int count) {
 void Nest::resetKept() {
     if (!mKeepsLast)
         return;
-    const RecycleArray<int>& used = mUsed.all();
-    for (int k = 0; k < used.size(); ++k)
-        FACTORY.initializeObject(mBranches[used[k]]);
+    for (const int slot : mUsed.all())
+        FACTORY.initializeObject(mBranches[slot]);
     mUsed.clear();
     mKeepsLast = false;
     if (mHasGaps)

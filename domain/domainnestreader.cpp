@@ -52,13 +52,11 @@ bool NestReader::begin(Nest& target) {
 
 void NestReader::startObject(json::Stack& stack, const QString& /*key*/) {
     stack.push(this);
-    mNest.clear();
-    mTrace.mIndices.setSize(0);
+    beginRecording();
 }
 
 void NestReader::endObject(json::Stack& /*stack*/) {
-    ++mRecordingCount;
-    addNest();
+    endRecording();
 }
 
 void NestReader::startArray(json::Stack& stack, const QString& key) {
@@ -93,6 +91,16 @@ void NestReader::jsonFloat(json::Stack& stack, const QString& /*key*/, double va
     }
 }
 
+void NestReader::beginRecording() {
+    mNest.clear();
+    mTrace.mIndices.setSize(0);
+}
+
+void NestReader::endRecording() {
+    ++mRecordingCount;
+    addNest();
+}
+
 void NestReader::addBranch(const Branch& event) {
     if (event.mGesture == GESTURE_NONE || !event.isValid())
         return;
@@ -109,9 +117,7 @@ void NestReader::addNest() {
     if (mNest.size() == 0)
         return;
     mAnalysis.on(mNest, mTrace);
-    const RecycleArray<int>& used = mNest.usedSlots();
-    for (int k = 0; k < used.size(); ++k) {
-        const int i = used[k];
+    for (const int i : mNest.usedSlots()) {
         Branch* branch = mNest.branchAt(i);
         if (!branch || branch->mGesture == GESTURE_NONE)
             continue;

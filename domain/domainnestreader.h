@@ -41,10 +41,16 @@ public:
 
     int eventCount() const { return mEventCount; }
 
+    /// What an object of the log does, for logs of another form: after `begin`, each recording
+    /// begins, is given its events with `addBranch` and ends.
+    void beginRecording();
+
+    void endRecording();
+
     /// Adds an event to the recording; one without gesture or key is dropped.
     void addBranch(const Branch& event);
 
-    /// Ends the recording: analyses it and merges its branches into the target.
+    /// Analyses the recording and merges its branches into the target.
     void addNest();
 
 private:

@@ -10,7 +10,7 @@ namespace domain {
 /// holds, not what it could hold.
 class UsedSlots {
 public:
-    /// Makes room for the slots below `slots`. False when memory is exhausted.
+    /// Makes room for the slots below `count`. False when memory is exhausted.
     bool makeRoom(int count) {
         const int room = mIsUsed.size();
         const int used = mUsed.size();
@@ -33,8 +33,8 @@ public:
     }
 
     void clear() {
-        for (int k = 0; k < mUsed.size(); ++k)
-            mIsUsed[mUsed[k]] = 0;
+        for (const int slot : mUsed)
+            mIsUsed[slot] = 0;
         mUsed.setSize(0);
     }
 

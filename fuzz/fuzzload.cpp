@@ -2,11 +2,11 @@
 // plain rules, then leaves, layout and pictures, which must be the same drawn anew or step by step.
 
 #include "domain/domainblackboard.h"
+#include "domain/domainlog.h"
 #include "domain/domainnestreader.h"
 #include "fuzz/fuzztarget.h"
 #include "fuzz/plain/plainnestreader.h"
 #include "fuzz/plain/plainparser.h"
-#include "json/jsonparser.h"
 #include "ui/leaves/uileafbuilder.h"
 #include "ui/leaves/uileaflayout.h"
 #include "ui/leaves/uileafrank.h"
@@ -77,7 +77,7 @@ void read(domain::Nest& nest, QIODevice& device) {
     domain::Blackboard analysis;
     domain::NestReader reader(analysis);
     reader.begin(nest);
-    json::Parser().parse(&device, &reader);
+    domain::read_log(device, reader);
 }
 
 QImage drawn(ui::LeafPicture& picture) {

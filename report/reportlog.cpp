@@ -1,8 +1,8 @@
 #include "report/reportlog.h"
 
 #include "domain/domainblackboard.h"
+#include "domain/domainlog.h"
 #include "domain/domainnestreader.h"
-#include "json/jsonparser.h"
 
 #include <QFile>
 
@@ -28,7 +28,7 @@ QString read_log(const QString& path, Log& log) {
     domain::NestReader reader(analysis);
     reader.begin(log.nest);
     log.path = path;
-    log.complete = json::Parser().parse(&file, &reader);
+    log.complete = domain::read_log(file, reader);
     log.recordings = reader.recordingCount();
     log.events = reader.eventCount();
     return file.error() == QFileDevice::NoError ? QString() : file.errorString();

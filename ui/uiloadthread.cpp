@@ -1,6 +1,6 @@
 #include "ui/uiloadthread.h"
 
-#include "json/jsonparser.h"
+#include "domain/domainlog.h"
 #include "ui/uitsan.h"
 
 #include <QFile>
@@ -95,7 +95,7 @@ bool LoadThread::load(LoadIo& io) {
         if (!file.open(QIODevice::ReadOnly))
             return false;
         mReader.begin(io.mNest);
-        json::Parser().parse(&file, &mReader);
+        domain::read_log(file, mReader);
         return true;
     } catch (const std::exception&) {
         return false;

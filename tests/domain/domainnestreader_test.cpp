@@ -1,6 +1,6 @@
 #include "domain/domainblackboard.h"
+#include "domain/domainlog.h"
 #include "domain/domainnestreader.h"
-#include "json/jsonparser.h"
 #include "tests/common/describe.h"
 
 #include <QBuffer>
@@ -20,7 +20,7 @@ void read(domain::NestReader& reader, Nest& target, const QByteArray& text) {
     buffer.setData(text);
     buffer.open(QIODevice::ReadOnly);
     reader.begin(target);
-    json::Parser().parse(&buffer, &reader);
+    domain::read_log(buffer, reader);
 }
 
 void read(Nest& target, const QByteArray& text) {

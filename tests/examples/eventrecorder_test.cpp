@@ -1,7 +1,7 @@
 #include "domain/domainblackboard.h"
+#include "domain/domainlog.h"
 #include "domain/domainnestreader.h"
 #include "examples/recorder/eventrecorder.h"
-#include "json/jsonparser.h"
 
 #include <QDialog>
 #include <QLabel>
@@ -26,7 +26,7 @@ public:
         domain::NestReader reader(*this);
         domain::Nest nest;
         reader.begin(nest);
-        mComplete = json::Parser().parse(&file, &reader);
+        mComplete = domain::read_log(file, reader);
         mCount = reader.eventCount();
     }
 

@@ -1,6 +1,6 @@
 #include "domain/domainblackboard.h"
+#include "domain/domainlog.h"
 #include "domain/domainnestreader.h"
-#include "json/jsonparser.h"
 #include "tests/common/describe.h"
 #include "tests/memory/failingmemory.h"
 #include "ui/leaves/uileafbuilder.h"
@@ -49,7 +49,7 @@ protected:
             if (!file.open(QIODevice::ReadOnly))
                 return false;
             reader.begin(nest);
-            return json::Parser().parse(&file, &reader);
+            return domain::read_log(file, reader);
         } catch (const std::exception&) {
             return false;
         }
