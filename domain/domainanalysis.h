@@ -15,7 +15,8 @@ public:
     virtual ~Analysis() = default;
 
     /// Called at the end of every recording, on the thread that reads the log. `nest` holds the
-    /// recording's branches, one for every index of `trace`, and may be given patterns.
+    /// recording's branches, one for every index of `trace`, and may be given patterns and
+    /// branches: all join the result at their index.
     virtual void on(Nest& nest, const Trace& trace);
 };
 

@@ -38,11 +38,7 @@ bool Nest::addSlot() {
 }
 
 bool Nest::set(int index, const Branch& branch) {
-    if (index < 0 || index == std::numeric_limits<int>::max())
-        return false;
-    if (index >= size() && !growTo(index + 1))
-        return false;
-    Branch* slot = branchAt(index);
+    Branch* slot = slotAt(index);
     if (!slot)
         return false;
     *slot = branch;
@@ -54,6 +50,11 @@ bool Nest::merge(int index, const Branch& branch) {
     if (slot && slot->isValid())
         return slot->merge(branch);
     return set(index, branch);
+}
+
+bool Nest::take(int index, Branch& branch) {
+    Branch* slot = slotAt(index);
+    return slot && slot->take(branch);
 }
 
 bool Nest::setTo(const Nest& other) {
@@ -100,6 +101,15 @@ void Nest::print() const {
         if (const Branch* branch = branchAt(i))
             branch->printTo(line.stream());
     }
+}
+
+/// The branch in slot `index`, which the nest grows to; null where there is none.
+Branch* Nest::slotAt(int index) {
+    if (index < 0 || index == std::numeric_limits<int>::max())
+        return nullptr;
+    if (index >= size() && !growTo(index + 1))
+        return nullptr;
+    return branchAt(index);
 }
 
 /// False when memory is exhausted; a slot without a branch counts all the same.

@@ -22,7 +22,8 @@ public:
 
     int size() const { return mSize; }
 
-    /// The branch in slot `index`, null outside the nest and where none could be made.
+    /// The branch in slot `index`, null outside the nest and where none could be made. As it may be
+    /// changed, asking a nest that is not const counts the slot as used.
     Branch* branchAt(int index);
     const Branch* branchAt(int index) const;
 
@@ -36,6 +37,10 @@ public:
     /// Folds `branch` into a valid branch in slot `index`, otherwise sets the slot. False when the
     /// keys differ or `set` fails.
     bool merge(int index, const Branch& branch);
+
+    /// As `merge`, but `branch`'s patterns move here instead of being copied: they may be most of
+    /// the memory.
+    bool take(int index, Branch& branch);
 
     /// Makes this nest a copy of `other`, as far as memory allows; false when it does not.
     bool setTo(const Nest& other);
@@ -51,13 +56,14 @@ public:
     void clear();
 
     /// The slots, in no order, that may hold something: all others hold invalid branches. A short
-    /// recording thus costs what it holds, however many keys the log has.
+    /// recording thus costs what it holds, however many keys the log has. Not for an empty nest.
     const RecycleArray<int>& usedSlots() const { return mUsed.all(); }
 
     /// Dumps the branches on the debug stream, one a message.
     void print() const;
 
 private:
+    Branch* slotAt(int index);
     bool growTo(int count);
     void resetKept();
 

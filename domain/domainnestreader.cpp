@@ -121,8 +121,7 @@ void NestReader::addNest() {
         Branch* branch = mNest.branchAt(i);
         if (!branch || branch->mGesture == GESTURE_NONE)
             continue;
-        if (Branch* slot = mTarget->branchAt(i))
-            slot->take(*branch); // the patterns may be most of the memory: they are not copied
+        mTarget->take(i, *branch);
         branch->mGesture = GESTURE_NONE;
     }
     mNest.clear();

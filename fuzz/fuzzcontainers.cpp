@@ -362,14 +362,17 @@ struct CheckedNest {
         texts[std::size_t(index)] = model::describe(branch);
     }
 
-    void merge(int index, const domain::Branch& branch) {
+    void merge(int index, domain::Branch& branch, bool takes) {
         const domain::Branch* known = std::as_const(nest).branchAt(index);
-        if (!known || !known->isValid()) {
-            require(nest.merge(index, branch), "a free slot takes a branch");
+        const bool isFree = !known || !known->isValid();
+        if (!isFree && known->mKey == branch.mKey)
+            return;
+        const std::string text = model::describe(branch);
+        require((takes ? nest.take(index, branch) : nest.merge(index, branch)) == isFree,
+                "a free slot takes a branch, one of another key does not");
+        if (isFree) {
             resize(std::max(texts.size(), std::size_t(index) + 1));
-            texts[std::size_t(index)] = model::describe(branch);
-        } else if (known->mKey != branch.mKey) {
-            require(!nest.merge(index, branch), "another key is refused");
+            texts[std::size_t(index)] = text;
         }
     }
 
@@ -419,7 +422,7 @@ void step(CheckedNest& one, CheckedNest& other, Input& input) {
         return;
     case 5:
     case 6:
-        return one.merge(index, fillFrom(branch, input));
+        return one.merge(index, fillFrom(branch, input), input.below(2) == 0);
     default:
         return one.set(index, fillFrom(branch, input));
     }

@@ -7,6 +7,7 @@
 #include "fuzz/fuzztarget.h"
 #include "fuzz/plain/plainnestreader.h"
 #include "fuzz/plain/plainparser.h"
+#include "fuzz/plain/plaintext.h"
 #include "ui/leaves/uileafbuilder.h"
 #include "ui/leaves/uileaflayout.h"
 #include "ui/leaves/uileafrank.h"
@@ -20,7 +21,6 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
-#include <QTextStream>
 
 #include <algorithm>
 #include <cmath>
@@ -73,9 +73,9 @@ std::string text(const std::vector<PlainNestReader::branch>& branches) {
     return text;
 }
 
-void read(domain::Nest& nest, QIODevice& device) {
-    domain::Blackboard analysis;
-    domain::NestReader reader(analysis);
+void read(domain::NestReader& reader, domain::Nest& nest, QByteArray log) {
+    QBuffer device(&log);
+    device.open(QIODevice::ReadOnly);
     reader.begin(nest);
     domain::read_log(device, reader);
 }
@@ -149,17 +149,18 @@ void startApplication() {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     startApplication();
-    QBuffer device;
-    device.setData(reinterpret_cast<const char*>(data), static_cast<int>(size));
-    device.open(QIODevice::ReadOnly);
-    domain::Nest nest;
-    read(nest, device);
-
-    device.seek(0);
+    domain::Blackboard analysis;
+    domain::NestReader reader(analysis);
     PlainNestReader plain;
-    PlainParser(QTextStream(&device).readAll()).parse(&plain);
-    fuzz::requireSame(text(nest), text(plain.branches()));
-    if (nest.size() > 0)
-        draw(nest);
+    const QByteArray logs(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    for (const QByteArray& log : logs.split('\x1e')) {
+        domain::Nest nest;
+        read(reader, nest, log);
+        plain.begin();
+        PlainParser(plain_text(log)).parse(&plain);
+        fuzz::requireSame(text(nest), text(plain.branches()));
+        if (nest.size() > 0)
+            draw(nest);
+    }
     return 0;
 }

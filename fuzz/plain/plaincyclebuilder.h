@@ -88,7 +88,7 @@ private:
     }
 
     void store(int i, int j) {
-        if (mMenus.count(indexAt(i)) > 0)
+        if (mMenus.contains(indexAt(i)))
             return;
         merge(indexAt(i), {mTrace.begin() + i, mTrace.begin() + j + 1});
     }

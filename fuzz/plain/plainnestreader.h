@@ -7,12 +7,13 @@
 #include <QRectF>
 #include <QString>
 
+#include <algorithm>
 #include <map>
 #include <set>
 #include <vector>
 
 /// The rules by which a log becomes branches, as plainly as they can be put, with the analysis of
-/// every recording by the plain rules for cycles. For one log.
+/// every recording by the plain rules for cycles. What a log leaves unfinished meets the next one.
 class PlainNestReader : public json::Reader {
 public:
     struct branch {
@@ -21,6 +22,12 @@ public:
         QRectF bounds;
         std::vector<PlainCycleBuilder::found> patterns;
     };
+
+    /// Another log, into no branches.
+    void begin() {
+        mKeys.clear();
+        mBranches.clear();
+    }
 
     const std::vector<branch>& branches() const { return mBranches; }
 
@@ -34,8 +41,11 @@ public:
         if (mRecording.empty())
             return;
         findPatterns();
-        for (const auto& [index, recorded] : mRecording)
-            merge(mBranches[static_cast<std::size_t>(index)], recorded);
+        for (const auto& [index, recorded] : mRecording) {
+            const auto at = static_cast<std::size_t>(index);
+            mBranches.resize(std::max(mBranches.size(), at + 1));
+            merge(mBranches[at], recorded);
+        }
         mRecording.clear();
     }
 
@@ -44,7 +54,7 @@ public:
             {QStringLiteral("down"), 1}, {QStringLiteral("up"), 2}, {QStringLiteral("menu"), 3}};
         stack.push(this);
         mEvent = branch();
-        if (GESTURES.count(key) > 0)
+        if (GESTURES.contains(key))
             mEvent.gesture = GESTURES.at(key);
     }
 
@@ -101,6 +111,8 @@ private:
             into = other;
             return;
         }
+        if (into.key != other.key)
+            return;
         into.bounds |= other.bounds;
         for (const PlainCycleBuilder::found& pattern : other.patterns)
             merge(into.patterns, pattern);

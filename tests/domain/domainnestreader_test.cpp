@@ -139,6 +139,25 @@ TEST(NestReader, AnalysisBaseLeavesRecordingsAlone) {
     EXPECT_THAT(model::describe(nest), ElementsAre("A 1 (0 0 0 0): ", "B 1 (0 0 0 0): "));
 }
 
+/// Adds a branch of its own behind those of each recording.
+class AddingStage : public domain::Analysis {
+public:
+    void on(Nest& nest, const domain::Trace& /*trace*/) override {
+        domain::Branch branch;
+        model::fill(branch, QStringLiteral("added"));
+        nest.set(nest.size(), branch);
+    }
+};
+
+TEST(NestReader, TheTargetGrowsForWhatAnAnalysisAdds) {
+    AddingStage analysis;
+    domain::NestReader reader(analysis);
+    Nest nest;
+    read(reader, nest, "[{\"down\":[0,\"A\"]},{\"down\":[0,\"A\"]},{\"down\":[0,\"B\"]}]");
+    EXPECT_THAT(model::describe(nest), ElementsAre("A 1 (0 0 0 0): ", "added 1 (0 0 0 0): ",
+                                                   "B 1 (0 0 0 0): ", "added 1 (0 0 0 0): "));
+}
+
 TEST(NestReader, MakesItsPatternsFromThoseOfEarlierLogs) {
     const QByteArray event = "\"down\":[0,\"a\"],\"down\":[0,\"b\"],";
     domain::Blackboard analysis;
