@@ -8,8 +8,7 @@
 
 namespace fuzz {
 
-/// A device that delivers its bytes in pieces. The first piece has four bytes at least: where the
-/// encoding is told from the first read, a byte order mark must be whole in it.
+/// A device that delivers its bytes in pieces.
 class PiecewiseDevice : public QIODevice {
 public:
     PiecewiseDevice(QByteArray bytes, qsizetype piece, bool sequential)
@@ -28,8 +27,7 @@ public:
 
 protected:
     qint64 readData(char* data, qint64 most) override {
-        const qsizetype piece = mAt == 0 ? std::max<qsizetype>(mPiece, 4) : mPiece;
-        const qsizetype count = std::min({piece, most, mBytes.size() - mAt});
+        const qsizetype count = std::min({mPiece, most, mBytes.size() - mAt});
         if (count <= 0)
             return most == 0 ? 0 : -1;
         std::memcpy(data, mBytes.constData() + mAt, static_cast<std::size_t>(count));

@@ -130,6 +130,14 @@ TEST(Parser, ReportsTheBeginningOfATextThatIsCutAnywhere) {
         EXPECT_TRUE(whole.starts_with(linesOf(text.substr(0, size)))) << size;
 }
 
+/// A byte that begins a character and is followed by another one is a character of its own.
+TEST(Parser, ReadsTheSameWhereverAReadEnds) {
+    const std::string text = "[\"caf\xe9\",\"\xe9\xe9\xf0\x9f\x98\x80\xe2\x82\",\"\xef\xbb\xbf\"]";
+    const std::string expected = parsed(text);
+    for (std::size_t before = 65536 - text.size(); before <= 65536; ++before)
+        ASSERT_EQ(parsed(std::string(before, ' ') + text), expected) << before;
+}
+
 TEST(Parser, ClosingBracketPopsToItsOwnKind) {
     check({
         {"{]", {"{ null @0", "] @0", "pop", "false"}},
