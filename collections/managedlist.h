@@ -57,6 +57,7 @@ struct _chain {
     _node<T>* head = nullptr;
     _node<T>* tail = nullptr;
     int size = 0;
+    unsigned changes = 0; ///< Of what hangs on the chain, counted.
 
     void linkFront(_node<T>* node) {
         node->next = head;
@@ -64,6 +65,7 @@ struct _chain {
         if (!tail)
             tail = node;
         ++size;
+        ++changes;
     }
 
     void linkBack(_node<T>* node) {
@@ -71,6 +73,7 @@ struct _chain {
         (tail ? tail->next : head) = node;
         tail = node;
         ++size;
+        ++changes;
     }
 
     _node<T>* unlinkFront() {
@@ -80,6 +83,7 @@ struct _chain {
             tail = nullptr;
         node->next = nullptr;
         --size;
+        ++changes;
         return node;
     }
 
@@ -89,7 +93,8 @@ struct _chain {
         (tail ? tail->next : head) = other.head;
         tail = other.tail;
         size += other.size;
-        other = _chain();
+        ++changes;
+        other = {nullptr, nullptr, 0, other.changes + 1};
     }
 };
 
@@ -208,6 +213,9 @@ public:
     }
 
 protected:
+    /// Another number whenever the list has got or lost elements, whoever did it.
+    unsigned changes() const { return mActive.changes; }
+
     /// Deletes the chain that begins at `chain`, each object before its node.
     void deleteAll(prvlist::_node<T>* chain) {
         while (chain) {

@@ -47,7 +47,7 @@ bool Branch::take(Branch& other) {
 }
 
 bool Branch::addPattern(const Pattern& pattern) {
-    return mPatterns.merge(pattern);
+    return mPatterns.add(pattern);
 }
 
 const Pattern* Branch::patternAt(int index) const {

@@ -126,7 +126,7 @@ void CycleBuilderIterative::addCycle(int first, int last) {
     if (!branch || branch->mGesture == GESTURE_MENU || last <= first || !hasIndices(first, last))
         return;
     const std::span<const int> run(mIndices.data() + first, mIndices.data() + last + 1);
-    branch->mPatterns.merge(run, mHashes.of(first, last));
+    branch->mPatterns.add(run, mHashes.of(first, last));
 }
 
 /// Whether all entries of the run are branch indices.

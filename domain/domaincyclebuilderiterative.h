@@ -66,9 +66,9 @@ private:
 
     // A pass that finds nothing leaves the next one the same positions to come to, and most of them
     // cannot begin a cycle any more.
-    RecycleArray<Start> mStarts{1, nullptr}; ///< In order of position.
-    bool mHasStarts = false;                 ///< They are all that longer distances need.
-    int mDistance = 0;                       ///< Of the latest pass.
+    RecycleArray<Start> mStarts{1024, nullptr}; ///< In order of position.
+    bool mHasStarts = false;                    ///< They are all that longer distances need.
+    int mDistance = 0;                          ///< Of the latest pass.
 
     // The steps' number and storage, taken in begin(), for the passes.
     int mStepCount = 0;

@@ -27,8 +27,8 @@ private:
 /// Writes `key` as an item in double quotes, with no character escaped: a backslash in a key is a
 /// character like any other.
 inline void write_key(QDebug& stream, const QString& key) {
+    const QDebugStateSaver saver(stream);
     stream.noquote() << QString(u'"' + key + u'"');
-    stream.quote();
 }
 
 } // namespace domain

@@ -28,4 +28,11 @@ inline quint64 appended(quint64 hash, quint64 value) {
     return reduced(product(hash, BASE) + value + 1); // plus one, so that leading zeros count
 }
 
+/// The two halves of a 128-bit product, folded: each bit of the factors reaches all of the result.
+inline quint64 mixed(quint64 a, quint64 b) {
+    __extension__ using wide = unsigned __int128;
+    const wide exact = static_cast<wide>(a) * b;
+    return static_cast<quint64>(exact) ^ static_cast<quint64>(exact >> 64);
+}
+
 } // namespace domain::fingerprint

@@ -16,18 +16,12 @@ quint64 fourAt(const QChar* here) {
     return four;
 }
 
-/// The two halves of a 128-bit product, folded: each bit of the factors reaches all of the result.
-quint64 mixed(quint64 a, quint64 b) {
-    __extension__ using wide = unsigned __int128;
-    const wide product = static_cast<wide>(a) * b;
-    return static_cast<quint64>(product) ^ static_cast<quint64>(product >> 64);
-}
-
 } // namespace
 
 std::size_t KeyTable::hash::operator()(const QString& key) const {
     // The base differs in every process, so that nobody can write a log whose keys collide.
     using fingerprint::BASE;
+    using fingerprint::mixed;
     const QChar* here = key.constData();
     const QChar* const end = here + key.size();
     quint64 made = BASE ^ static_cast<quint64>(key.size());

@@ -45,8 +45,11 @@ bool Occurrences::clearTable(int size) {
 /// Where the first occurrence so far of `index` stands, or is to be put.
 int& Occurrences::slotOf(int index, std::span<const int> trace) {
     const auto last = static_cast<unsigned>(mTable.size() - 1);
-    const quint64 hash = static_cast<quint32>(index) * (fingerprint::BASE | 1);
-    auto at = static_cast<unsigned>(hash >> 32) & last;
+    using fingerprint::BASE;
+    using fingerprint::mixed;
+    // Mixed once, the indices, which are small and dense, cluster under some bases.
+    const quint64 hash = mixed(mixed(static_cast<quint32>(index) ^ BASE, BASE), BASE);
+    auto at = static_cast<unsigned>(hash) & last;
     while (mTable[static_cast<int>(at)] != NONE &&
            trace[static_cast<std::size_t>(mTable[static_cast<int>(at)])] != index)
         at = (at + 1) & last;

@@ -12,9 +12,11 @@ constexpr std::size_t SPARSE = 8;
 } // namespace
 
 void PatternIndex::clear() {
+    if (mSize == 0)
+        return;
     // A table far larger than what it holds would cost its size at every clearing from now on.
     if (static_cast<std::size_t>(mSize) * SPARSE < mSlots.size())
-        mSlots = {};
+        std::vector<slot>().swap(mSlots);
     else
         std::fill(mSlots.begin(), mSlots.end(), slot());
     mSize = 0;

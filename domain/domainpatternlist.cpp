@@ -44,12 +44,16 @@ void PatternList::clear() {
     mIndex.clear();
 }
 
-bool PatternList::merge(const Pattern& pattern) {
+void PatternList::merge(const Pattern& pattern) {
+    add(pattern);
+}
+
+bool PatternList::add(const Pattern& pattern) {
     index();
     return add(pattern.run(), hashOf(pattern), pattern.mCount);
 }
 
-bool PatternList::merge(std::span<const int> run, std::size_t hash) {
+bool PatternList::add(std::span<const int> run, std::size_t hash) {
     index();
     return add(run, hash, 0);
 }
@@ -72,8 +76,12 @@ void PatternList::take(PatternList& other) {
     assert(&other != this);
     moveWaitingTo(other); // which would make new ones in the place of those that it gives away
     if (isEmpty()) {
+        const bool indexed = other.isIndexed();
         other.moveTo(*this);
-        std::swap(mIndex, other.mIndex);
+        if (indexed) {
+            std::swap(mIndex, other.mIndex);
+            mIndexed = changes();
+        }
     }
     ManagedList<Pattern*> moving(PATTERN_FACTORY);
     while (!other.isEmpty()) {
@@ -84,9 +92,11 @@ void PatternList::take(PatternList& other) {
             known->merge(*pattern);
             other.popFront();
         } else {
+            const bool indexed = isIndexed();
             other.moveFrontTo(moving);
             moving.moveTo(*this);
-            addToIndex(hash, pattern);
+            if (indexed)
+                addToIndex(hash, pattern);
         }
     }
     other.clear();
@@ -100,13 +110,14 @@ void PatternList::index() {
     try {
         for (Pattern* pattern : *this)
             mIndex.insert(RunHash::of(pattern->run()), pattern);
+        mIndexed = changes();
     } catch (const std::exception&) {
         mIndex.clear();
     }
 }
 
 bool PatternList::isIndexed() const {
-    return mIndex.size() > 0 && mIndex.size() == size();
+    return mIndex.size() > 0 && mIndexed == changes();
 }
 
 /// 0 while the list is walked and no hash is needed.
@@ -129,8 +140,9 @@ bool PatternList::add(std::span<const int> run, std::size_t hash, int count) {
         ++known->mCount;
         return true;
     }
+    const bool indexed = isIndexed();
     Pattern* added = append(run, count);
-    if (added)
+    if (added && indexed)
         addToIndex(hash, added);
     return added;
 }
@@ -157,12 +169,11 @@ Pattern* PatternList::append(std::span<const int> run, int count) {
     }
 }
 
-/// Indexes the pattern that was just appended, if the others are.
+/// Indexes the pattern that was just appended to an indexed list.
 void PatternList::addToIndex(std::size_t hash, Pattern* added) {
-    if (mIndex.size() == 0 || mIndex.size() + 1 != size())
-        return;
     try {
         mIndex.insert(hash, added);
+        mIndexed = changes();
     } catch (const std::exception&) {
         mIndex.clear();
     }

@@ -14,6 +14,7 @@ namespace domain {
 /// twice. The list owns its patterns and recycles them; the storage of a far longer sequence than
 /// the new one is given back, else in the end each would have that of the longest run it ever held.
 /// A stored pattern's sequence is not changed from outside: a long list finds sequences by hash.
+/// Elements may come and go in any way.
 class PatternList : public ManagedList<Pattern*> {
 public:
     class Factory : public ClearingFactory<Pattern> {
@@ -27,11 +28,14 @@ public:
     void clear() override;
 
     /// Counts one more find of the stored pattern with the same sequence or, when there is none,
-    /// appends a copy, count included. False, with the list unchanged, when no pattern can be made.
-    bool merge(const Pattern& pattern);
+    /// appends a copy, count included.
+    void merge(const Pattern& pattern);
 
-    /// As `merge` of a pattern with the sequence `run` and count 0. `hash`: `RunHash::of` the run.
-    bool merge(std::span<const int> run, std::size_t hash);
+    /// As `merge`; false, with the list unchanged, when no pattern can be made.
+    bool add(const Pattern& pattern);
+
+    /// As `add` of a pattern with the sequence `run` and count 0. `hash`: `RunHash::of` the run.
+    bool add(std::span<const int> run, std::size_t hash);
 
     /// Merges every pattern of `other`, in its order. `other` may be this list.
     void merge(const PatternList& other);
@@ -44,14 +48,6 @@ public:
     void take(PatternList& other);
 
 private:
-    // Would leave the index of a long list wrong.
-    using ManagedList::moveFrontTo;
-    using ManagedList::moveTo;
-    using ManagedList::moveToRetired;
-    using ManagedList::moveWaitingTo;
-    using ManagedList::popFront;
-    using ManagedList::pushFront;
-
     void index();
     bool isIndexed() const;
     std::size_t hashOf(const Pattern& pattern) const;
@@ -60,7 +56,8 @@ private:
     Pattern* append(std::span<const int> run, int count);
     void addToIndex(std::size_t hash, Pattern* added);
 
-    PatternIndex mIndex; ///< Of all patterns of a long list, else empty.
+    PatternIndex mIndex;   ///< Of all patterns of a long list, or out of date.
+    unsigned mIndexed = 0; ///< `changes()` when the index was up to date.
 };
 
 } // namespace domain

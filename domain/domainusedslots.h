@@ -46,8 +46,10 @@ public:
     }
 
 private:
-    RecycleArray<int> mUsed{1, nullptr};
-    RecycleArray<char> mIsUsed{1, nullptr}; ///< By slot.
+    static constexpr int STEP = 1024; // slots come one by one
+
+    RecycleArray<int> mUsed{STEP, nullptr};
+    RecycleArray<char> mIsUsed{STEP, nullptr}; ///< By slot.
 };
 
 } // namespace domain

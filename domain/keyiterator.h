@@ -8,6 +8,7 @@
 class KeyIterator {
 public:
     explicit KeyIterator(const QString& key);
+    explicit KeyIterator(QString&& key) = delete;
 
     /// Sets `part` to the next part; false, with `part` untouched, when there is none.
     bool getNext(QStringView& part);

@@ -284,6 +284,8 @@ struct CheckedPatterns {
         require(!it.hasValue() && list.size() == int(entries.size()), "the length of a list");
     }
 
+    static inline int byHand = 0; ///< Pushed back by hand, in all lists.
+
     domain::PatternList list;
     Entries entries;
 };
@@ -302,23 +304,27 @@ void step(CheckedPatterns& one, CheckedPatterns& other, Input& input) {
     } else if (operation == 3) {
         one.list.merge(other.list);
         one.mergeAll(CheckedPatterns::Entries(other.entries));
-    } else if (operation == 4) {
-        const Sequence sequence{int(one.entries.size()), 100, 0}; // by hand: a new one
+    } else if (operation == 4 && !one.entries.empty()) {
+        one.list.popFront();
+        one.entries.erase(one.entries.begin());
+    } else if (operation < 7) {
+        const Sequence sequence{CheckedPatterns::byHand++, 100, 0}; // a new one
         model::fill(*one.list.pushBack(), sequence);
         one.merge(sequence, 0);
     } else if (operation < 12) {
         domain::Pattern pattern;
         model::fill(pattern, sequenceFrom(input), input.below(3));
-        require(one.list.merge(pattern), "a pattern is stored");
+        require(one.list.add(pattern), "a pattern is stored");
         one.merge({pattern.run().begin(), pattern.run().end()}, pattern.mCount);
     } else {
         const Sequence sequence = sequenceFrom(input);
-        require(one.list.merge(sequence, domain::RunHash::of(sequence)), "a run is stored");
+        require(one.list.add(sequence, domain::RunHash::of(sequence)), "a run is stored");
         one.merge(sequence, 0);
     }
 }
 
 void tryPatterns(Input& input) {
+    CheckedPatterns::byHand = 0;
     std::array<CheckedPatterns, 3> lists;
     while (!input.isUsedUp()) {
         CheckedPatterns& one = pick(lists, input);

@@ -1,6 +1,7 @@
 #include "json/jsonnumber.h"
 
 #include <array>
+#include <cassert>
 
 namespace json {
 
@@ -44,8 +45,7 @@ const QChar* read_decimal(const QChar* here, const QChar* end, double& number) {
 }
 
 bool to_number(QStringView span, double& number) {
-    if (span.isEmpty()) // the most frequent case: flushes with nothing pending
-        return false;
+    assert(!span.isEmpty());
     double decimal = 0;
     if (read_decimal(span.begin(), span.end(), decimal) == span.end()) {
         number = decimal;

@@ -4,8 +4,8 @@
 
 namespace json {
 
-/// The number written in `span`, by the rules and with the exact result of `QString::toDouble`.
-/// False, with `number` unchanged, when it does not convert.
+/// The number written in `span`, which is not empty, by the rules and with the exact result of
+/// `QString::toDouble`. False, with `number` unchanged, when it does not convert.
 bool to_number(QStringView span, double& number);
 
 /// Reads what most numbers of a log are: digits with at most one point between them, and perhaps a

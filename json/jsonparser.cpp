@@ -7,6 +7,7 @@
 #include "json/jsontext.h"
 
 #include <exception>
+#include <new>
 #include <utility>
 
 namespace json {
@@ -21,8 +22,7 @@ void getReference(const QChar* text, qsizetype length, QString& out) {
     if (length < 1)
         out.clear();
     else
-        out = QString(
-            QString::DataPointer::fromRawData(reinterpret_cast<const char16_t*>(text), length));
+        out = QString::fromRawData(text, length);
 }
 
 /// The first character from `here` on that is of another kind.
@@ -48,8 +48,13 @@ bool Parser::parse(QIODevice* device, Reader* reader) {
     forgetText();
     if (!push(reader))
         return false;
-    Text text(*device);
-    const bool done = handle(text);
+    bool done = false;
+    try {
+        Text text(*device);
+        done = handle(text);
+    } catch (const std::bad_alloc&) {
+        done = false;
+    }
     forgetText();
     return done;
 }

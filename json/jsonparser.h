@@ -32,8 +32,8 @@ public:
 
     /// Reads all of `device`, in UTF-8 or, by their byte order marks, in UTF-16 or UTF-32, and
     /// reports it to `reader`. Neither is owned. False for a null argument, for a string that is
-    /// not closed, and for a closing bracket that finds none to close; what was reported before
-    /// stays reported.
+    /// not closed, for a closing bracket that finds none to close, and when memory is exhausted
+    /// here or in a reader (`std::bad_alloc`); what was reported before stays reported.
     bool parse(QIODevice* device, Reader* reader);
 
     bool push(Reader* reader) override;

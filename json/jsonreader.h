@@ -14,7 +14,8 @@ class Stack;
 /// copy of the string shares them.
 ///
 /// The ends of objects and arrays are told only to readers that were pushed inside them, innermost
-/// first, each of them leaving the stack right after. Do not push a reader while told of an end.
+/// first, each of them leaving the stack right after. A reader that is pushed while an end is told
+/// leaves in the place of the one that is told, which is then told again: do not push there.
 class Reader {
 public:
     virtual ~Reader() = default;

@@ -25,8 +25,8 @@ struct State {
 /// Makes the entries of a parse stack. Recycled entries keep their contents: every push sets them.
 class StateFactory : public ManagedFactory<State*> {
 public:
-    StateFactory()
-        : ManagedFactory(false) {}
+    explicit StateFactory(bool sort = false)
+        : ManagedFactory(sort) {}
 
     State* nullObject() const override { return nullptr; }
 
