@@ -80,25 +80,6 @@ TEST(RecycleArray, IsUnchangedWithoutStorage) {
     }
 }
 
-TEST(RecycleArray, MakesObjectsOnceAndResetsThemWhenItGrowsOverThem) {
-    const CountingFactory factory;
-    Objects array(1, &factory);
-    EXPECT_TRUE(array.setSize(3));
-    EXPECT_EQ(factory.made, 4);
-    EXPECT_THAT(factory.initialized, IsEmpty());
-    EXPECT_TRUE(array.setSize(0));
-    EXPECT_THAT(factory.initialized, IsEmpty());
-    EXPECT_TRUE(array.setSize(3));
-    EXPECT_THAT(factory.initialized, ElementsAre(0, 1, 2));
-    EXPECT_TRUE(array.setSize(1));
-    EXPECT_TRUE(array.setSize(10));
-    EXPECT_THAT(factory.initialized, ElementsAre(0, 1, 2, 1, 2, 3)) << "kept slots at a growth";
-    EXPECT_EQ(array.capacity(), 11);
-    EXPECT_EQ(factory.made, 11);
-    for (int slot = 0; slot < array.capacity(); ++slot)
-        factory.deleteObject(array[slot]);
-}
-
 TEST(RecycleArrayDeathTest, ValuesAreForbiddenWithAFactory) {
     const CountingFactory factory;
     Objects objects(1, &factory);
@@ -108,36 +89,6 @@ TEST(RecycleArrayDeathTest, ValuesAreForbiddenWithAFactory) {
     EXPECT_DEATH(objects = others, "Quillon/collections/recyclearray.*setTo.*!mFactory");
     EXPECT_DEATH(static_cast<void>(objects == others),
                  "Quillon/collections/recyclearray.*operator==.*!mFactory");
-}
-
-TEST(ManagedArray, HasNullWhereNoObjectCouldBeMade) {
-    CountingFactory factory;
-    int calls = 0;
-    factory.beforeNew = [&calls](int) {
-        if (++calls == 2)
-            throw std::runtime_error("no second");
-    };
-    ManagedArray<Counted*> array(factory);
-    EXPECT_FALSE(array.setSize(3));
-    ASSERT_EQ(array.size(), 3);
-    EXPECT_EQ(array[0]->id, 0);
-    EXPECT_EQ(array[1], nullptr);
-    EXPECT_EQ(array[2]->id, 1);
-    EXPECT_TRUE(array.setSize(0));
-    EXPECT_TRUE(array.setSize(3)) << "a slot stays null, and nothing fails";
-    EXPECT_EQ(array[1], nullptr);
-}
-
-TEST(ManagedArray, DeletesEveryObjectOnceAtItsEnd) {
-    const CountingFactory factory;
-    {
-        ManagedArray<Counted*> array(factory);
-        array.setSize(2);
-        array.setSize(4);
-        array.setSize(1);
-        EXPECT_THAT(factory.deleted, IsEmpty());
-    }
-    EXPECT_THAT(factory.deleted, UnorderedElementsAre(0, 1, 2, 3, 4));
 }
 
 TEST(ManagedArray, LosesNoObjectToAnExceptionThatPasses) {

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -58,32 +59,6 @@ TEST(CycleBuilder, FindsTheRunsOfSmallTraces) {
     }
 }
 
-/// `size` events of which only the first and the one `distance` later are the same.
-std::vector<int> oneRun(int size, int distance) {
-    std::vector<int> trace;
-    for (int i = 0; i < size; ++i)
-        trace.push_back(i == distance ? 0 : i);
-    return trace;
-}
-
-TEST(CycleBuilder, ReachesAnEighthOfTheTraceAndAtLeastFour) {
-    const struct {
-        int size;
-        int farthest;
-    } rows[] = {{5, 4}, {47, 4}, {48, 5}, {100, 11}, {104, 12}};
-
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.size);
-        domain::Nest nest;
-        analyse(nest, oneRun(row.size, row.farthest));
-        EXPECT_TRUE(nest.branchAt(0)->hasPatterns());
-        if (row.farthest + 1 < row.size) {
-            analyse(nest, oneRun(row.size, row.farthest + 1));
-            EXPECT_FALSE(nest.branchAt(0)->hasPatterns());
-        }
-    }
-}
-
 TEST(CycleBuilder, CollapsesARunThatItCannotStore) {
     domain::Nest nest;
     domain::Trace trace;
@@ -107,28 +82,6 @@ TEST(CycleBuilder, StoresNoRunThroughANegativeIndex) {
     ASSERT_TRUE(builder.begin(nest, trace));
     builder.run();
     EXPECT_FALSE(nest.branchAt(0)->hasPatterns());
-}
-
-TEST(CycleBuilder, CarriesNothingOverToTheNextRecording) {
-    domain::Nest first;
-    domain::Nest second;
-    domain::Trace trace;
-    model::fill(first, trace, {0, 1, 0, 1, 0});
-    CycleBuilderIterative builder;
-    ASSERT_TRUE(builder.begin(first, trace));
-    builder.run();
-    model::fill(second, trace, {0, 1, 0});
-    ASSERT_TRUE(builder.begin(second, trace));
-    builder.run();
-    EXPECT_THAT(patternsOf(second), ElementsAre("0,1,0x0", ""));
-}
-
-TEST(Trace, AnswersMinusOneOutside) {
-    domain::Trace trace;
-    trace.mIndices.add(7);
-    EXPECT_EQ(trace.at(-1), -1);
-    EXPECT_EQ(trace.at(0), 7);
-    EXPECT_EQ(trace.at(1), -1);
 }
 
 } // namespace

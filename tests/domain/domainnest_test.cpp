@@ -125,29 +125,6 @@ TEST(Trace, IsCopiedAndHasNothingOutside) {
     EXPECT_EQ(copy.at(-1), -1);
 }
 
-TEST(Nest, GrowsByFreeSlots) {
-    Nest nest;
-    Branch branch;
-    EXPECT_FALSE(nest.set(-1, *filled(branch, "b")));
-    EXPECT_TRUE(nest.set(2, branch));
-    EXPECT_THAT(model::describe(nest),
-                ElementsAre(" -1 (0 0 0 0): ", " -1 (0 0 0 0): ", "b 1 (0 0 0 0): "));
-    EXPECT_EQ(nest.branchAt(-1), nullptr);
-    EXPECT_EQ(nest.branchAt(3), nullptr);
-}
-
-TEST(Nest, MergesByIndex) {
-    Nest nest;
-    Branch branch;
-    nest.set(1, *filled(branch, "b", domain::GESTURE_DOWN, QRectF(0, 0, 1, 1)));
-    EXPECT_FALSE(nest.merge(1, *filled(branch, "other")));
-    EXPECT_TRUE(nest.merge(0, *filled(branch, "free")));
-    EXPECT_TRUE(nest.merge(1, *filled(branch, "b", domain::GESTURE_MENU, QRectF(4, 0, 1, 1))));
-    EXPECT_TRUE(nest.merge(2, *filled(branch, "new")));
-    EXPECT_THAT(model::describe(nest),
-                ElementsAre("free 1 (0 0 0 0): ", "b 1 (0 0 5 1): ", "new 1 (0 0 0 0): "));
-}
-
 TEST(Nest, MergesAnotherNestAsFarAsKeysAgree) {
     Nest nest;
     Nest other;

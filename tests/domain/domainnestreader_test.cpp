@@ -80,20 +80,6 @@ TEST(NestReader, ReadsTheEventsItCanUse) {
     }
 }
 
-TEST(NestReader, KeepsSinglePrecision) {
-    Nest nest;
-    read(nest, "{\"down\":[0,\"K\",0.1,0]}");
-    EXPECT_EQ(nest.branchAt(0)->mBounds.x(), static_cast<double>(0.1F));
-}
-
-TEST(NestReader, AnalysesEachRecordingAlone) {
-    Nest nest;
-    read(nest, "[{\"down\":[0,\"A\"],\"down\":[0,\"B\"],\"down\":[0,\"A\"]},"
-               "{\"down\":[0,\"B\"],\"down\":[0,\"A\"],\"down\":[0,\"B\"],\"down\":[0,\"A\"]}]");
-    EXPECT_THAT(model::describe(nest),
-                ElementsAre("A 1 (0 0 0 0): 0,1,0x1", "B 1 (0 0 0 0): 1,0,1x0"));
-}
-
 TEST(NestReader, HandsOnTheTraceWithoutUpEvents) {
     Recorder recorder;
     domain::NestReader reader(recorder);
@@ -129,6 +115,8 @@ TEST(NestReader, KnownKeysKeepTheirIndices) {
     Nest other;
     read(reader, other, "{\"down\":[0,\"B\"]}");
     EXPECT_THAT(model::describe(other), ElementsAre("B 1 (0 0 0 0): "));
+    EXPECT_EQ(reader.recordingCount(), 1);
+    EXPECT_EQ(reader.eventCount(), 1);
 }
 
 TEST(NestReader, AnalysisBaseLeavesRecordingsAlone) {

@@ -51,29 +51,6 @@ TEST(Pattern, IsCopiedWithItsCountByTheListsFactoryToo) {
     EXPECT_EQ(model::describe(made), "1,2,1x5");
 }
 
-TEST(PatternList, CountsAKnownSequenceAndAppendsANewOne) {
-    PatternList list;
-    merge(list, {1, 2, 1}, 2);
-    merge(list, {1, 2, 1, 2, 1});
-    merge(list, {1, 2, 1}, 5); // its own count does not matter
-    merge(list, {1, 3, 1}, 5);
-    merge(list, {});
-    merge(list, {});
-    EXPECT_EQ(model::describe(list), "1,2,1x3 1,2,1,2,1x0 1,3,1x5 x1");
-}
-
-TEST(PatternList, MergedIntoItselfCountsEachOnce) {
-    for (const int size : {3, 40}) {
-        PatternList list;
-        for (int i = 0; i < size; ++i)
-            merge(list, {0, i, 0}, i);
-        list.merge(list);
-        ASSERT_EQ(list.size(), size);
-        for (int i = 0; i < size; ++i)
-            EXPECT_EQ(list.at(i)->mCount, i + 1);
-    }
-}
-
 TEST(PatternList, TakesWhatItLacksAndCountsTheRest) {
     for (const int size : {0, 3, 40}) {
         PatternList list;
@@ -113,16 +90,6 @@ TEST(PatternList, AssignmentCopiesAndRecycles) {
     EXPECT_EQ(list.size(), 2);
     list = PatternList();
     EXPECT_TRUE(list.isEmpty());
-}
-
-TEST(PatternList, FindsWhatWasPushedBackByHand) {
-    PatternList list;
-    for (int i = 0; i < 20; ++i)
-        merge(list, {0, i, 0});
-    model::fill(*list.pushBack(), {7, 8, 7});
-    merge(list, {7, 8, 7});
-    EXPECT_EQ(list.size(), 21);
-    EXPECT_EQ(list.at(20)->mCount, 1);
 }
 
 TEST(PatternList, GivesBackTheStorageOfAMuchLongerRun) {

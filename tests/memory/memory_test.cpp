@@ -1,11 +1,14 @@
 #include "domain/domainblackboard.h"
 #include "domain/domainlog.h"
 #include "domain/domainnestreader.h"
+#include "json/jsonparser.h"
+#include "json/jsonreader.h"
 #include "tests/common/describe.h"
 #include "tests/memory/failingmemory.h"
 #include "ui/leaves/uileafbuilder.h"
 #include "ui/uiloadthread.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -88,6 +91,30 @@ TEST_F(FailingMemory, ALogIsReadInPartAndTheNextOneWhole) {
             ASSERT_TRUE(read(mPath, reader, nest));
             ASSERT_EQ(model::describe(nest), whole);
         }
+    }
+}
+
+TEST(ParserMemory, ItTellsWhatItLacksAndKeepsItsStack) {
+    QByteArray text = QByteArray("[").repeated(10) + QByteArray("]").repeated(10);
+    const auto parses = [&text](json::Parser& parser, long good) {
+        QBuffer buffer(&text);
+        buffer.open(QIODevice::ReadOnly);
+        json::Reader deaf;
+        failing_memory::begin(good, Failures::Once);
+        const bool parsed = parser.parse(&buffer, &deaf);
+        failing_memory::end();
+        return parsed;
+    };
+    bool failed = true;
+    for (long good = 0; failed; ++good) {
+        json::Parser parser;
+        const bool parsed = parses(parser, good);
+        failed = failing_memory::hasFailed();
+        ASSERT_EQ(parsed, !failed) << good;
+        constexpr long BUFFERS = 2; // of the text
+        parses(parser, 1000);
+        parses(parser, BUFFERS);
+        ASSERT_FALSE(failing_memory::hasFailed());
     }
 }
 
