@@ -23,12 +23,10 @@ QString field(const QString& text) {
     return u'"' + doubled + u'"';
 }
 
-QString joinedKeys(const domain::Nest& nest, const domain::Pattern& pattern) {
+QString joinedKeys(const Findings& findings, const domain::Pattern& pattern) {
     QStringList keys;
-    for (int i = 0; i < pattern.mSequence.size(); ++i) {
-        const domain::Branch* branch = nest.branchAt(pattern.mSequence[i]);
-        keys.append(branch ? branch->mKey : QString());
-    }
+    for (int i = 0; i < pattern.mSequence.size(); ++i)
+        keys.append(findings.keyAt(pattern.mSequence[i]));
     return keys.join(QStringLiteral(" > "));
 }
 
@@ -38,15 +36,12 @@ void CsvWriter::begin() {
     mOutput << "log,key,count,length,sequence\r\n";
 }
 
-void CsvWriter::write(const Log& log) {
-    for (int i = 0; i < log.nest.size(); ++i) {
-        const domain::Branch* branch = log.nest.branchAt(i);
-        if (!branch)
-            continue;
-        for (const domain::Pattern* pattern : branch->mPatterns)
-            mOutput << field(log.path) << "," << field(branch->mKey) << "," << pattern->mCount
-                    << "," << pattern->mSequence.size() << ","
-                    << field(joinedKeys(log.nest, *pattern)) << "\r\n";
+void CsvWriter::write(const Findings& findings) {
+    for (const key_findings& key : findings.keys()) {
+        for (const domain::Pattern* pattern : key.patterns)
+            mOutput << field(findings.log().path) << "," << field(key.branch->mKey) << ","
+                    << pattern->mCount << "," << pattern->mSequence.size() << ","
+                    << field(joinedKeys(findings, *pattern)) << "\r\n";
     }
 }
 

@@ -9,7 +9,7 @@ class CsvWriter : public Writer {
 public:
     using Writer::Writer;
     void begin() override;
-    void write(const Log& log) override;
+    void write(const Findings& findings) override;
 };
 
 } // namespace report

@@ -39,25 +39,27 @@ QByteArrayView gestureName(int gesture) {
 
 } // namespace
 
-void JsonWriter::write(const Log& log) {
-    const domain::Branch free; // stands for a slot that could not be filled
+void JsonWriter::write(const Findings& findings) {
+    const Log& log = findings.log();
+    QByteArrayView separator = "";
     mOutput << "{\"log\": " << quoted(log.path)
             << ", \"complete\": " << (log.complete ? "true" : "false") << ", \"branches\": [";
-    for (int i = 0; i < log.nest.size(); ++i) {
-        const domain::Branch* branch = log.nest.branchAt(i);
-        mOutput << (i > 0 ? ", " : "");
-        writeBranch(i, branch ? *branch : free);
+    for (const key_findings& key : findings.keys()) {
+        mOutput << separator;
+        writeKey(key);
+        separator = ", ";
     }
     mOutput << "]}\n";
 }
 
-void JsonWriter::writeBranch(int index, const domain::Branch& branch) {
-    mOutput << "{\"index\": " << index << ", \"key\": " << quoted(branch.mKey)
+void JsonWriter::writeKey(const key_findings& key) {
+    const domain::Branch& branch = *key.branch;
+    mOutput << "{\"index\": " << key.index << ", \"key\": " << quoted(branch.mKey)
             << ", \"gesture\": \"" << gestureName(branch.mGesture) << "\", \"bounds\": ";
     writeBounds(branch.mBounds);
     mOutput << ", \"rank\": " << branch.maxPatternCount()
             << ", \"weight\": " << branch.patternWeight() << ", \"patterns\": [";
-    writePatterns(branch);
+    writePatterns(key.patterns);
     mOutput << "]}";
 }
 
@@ -67,9 +69,9 @@ void JsonWriter::writeBounds(const QRectF& bounds) {
             << ", \"height\": " << number(bounds.height()) << "}";
 }
 
-void JsonWriter::writePatterns(const domain::Branch& branch) {
+void JsonWriter::writePatterns(const Patterns& patterns) {
     QByteArrayView separator = "";
-    for (const domain::Pattern* pattern : branch.mPatterns) {
+    for (const domain::Pattern* pattern : patterns) {
         mOutput << separator << "{\"count\": " << pattern->mCount << ", \"sequence\": [";
         writeSequence(*pattern);
         mOutput << "]}";

@@ -8,12 +8,12 @@ namespace report {
 class JsonWriter : public Writer {
 public:
     using Writer::Writer;
-    void write(const Log& log) override;
+    void write(const Findings& findings) override;
 
 private:
-    void writeBranch(int index, const domain::Branch& branch);
+    void writeKey(const key_findings& key);
     void writeBounds(const QRectF& bounds);
-    void writePatterns(const domain::Branch& branch);
+    void writePatterns(const Patterns& patterns);
     void writeSequence(const domain::Pattern& pattern);
 };
 

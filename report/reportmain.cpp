@@ -1,15 +1,14 @@
 // quillon-report: reads trace logs as the window does and prints or draws what was found.
 
-#include "report/reportcsvwriter.h"
-#include "report/reportjsonwriter.h"
+#include "report/reportformats.h"
 #include "report/reportlog.h"
 #include "report/reportoptions.h"
 #include "report/reportoutput.h"
 #include "report/reportpicture.h"
-#include "report/reporttextwriter.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <QSaveFile>
 
 #include <cstdio>
 #include <memory>
@@ -58,27 +57,31 @@ ExitStatus flushed(report::Output& output, ExitStatus status) {
     return FAILED;
 }
 
-std::unique_ptr<report::Writer> newWriter(const report::options& options, report::Output& output) {
-    if (options.format == u"json")
-        return std::make_unique<report::JsonWriter>(output);
-    if (options.format == u"csv")
-        return std::make_unique<report::CsvWriter>(output);
-    return std::make_unique<report::TextWriter>(output, options.everything);
-}
-
 ExitStatus printReports(const report::options& options) {
     report::Output output(stdout);
-    const std::unique_ptr<report::Writer> writer = newWriter(options, output);
+    const std::unique_ptr<report::Writer> writer =
+        options.format->newWriter(output, options.everything);
     ExitStatus status = ALL_REPORTED;
     writer->begin();
     for (const QString& path : options.logs) {
         report::Log log;
         const ExitStatus read = readOrComplain(path, log);
         if (read != FAILED)
-            writer->write(log);
+            writer->write(report::Findings(log));
         status = worse(status, read);
     }
+    writer->end();
     return flushed(output, status);
+}
+
+/// Draws a log into a file. Returns why the file could not be written, empty when it was.
+QString drawInto(const QString& path, const report::Log& log, const report::picture& picture) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return file.errorString();
+    if (!report::draw_picture(log.nest, picture, file))
+        return QStringLiteral("the picture could not be encoded");
+    return file.commit() ? QString() : file.errorString();
 }
 
 ExitStatus draw(const report::options& options) {
@@ -86,8 +89,7 @@ ExitStatus draw(const report::options& options) {
     const ExitStatus status = readOrComplain(options.logs.first(), log);
     if (status == FAILED)
         return status;
-    const QString reason =
-        report::draw_picture(log.nest, options.image, options.size, options.rank);
+    const QString reason = drawInto(options.image, log, options.picture);
     if (reason.isEmpty())
         return status;
     complain(options.image, reason);

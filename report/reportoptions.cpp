@@ -9,8 +9,8 @@ namespace report {
 
 namespace {
 
-const QStringList FORMATS{QStringLiteral("text"), QStringLiteral("json"), QStringLiteral("csv")};
-const QStringList IMAGES{QStringLiteral(".png"), QStringLiteral(".svg")};
+const QString PNG = QStringLiteral(".png");
+const QString SVG = QStringLiteral(".svg");
 constexpr int LARGEST_SIDE = 16384;
 
 const QString HELP = QStringLiteral("help");
@@ -21,13 +21,23 @@ const QString IMAGE = QStringLiteral("image");
 const QString SIZE = QStringLiteral("size");
 const QString RANK = QStringLiteral("rank");
 
+/// "text (the default), json or csv".
+QString formatNames() {
+    const std::vector<output_format>& formats = output_formats();
+    QString names = formats.front().name + QStringLiteral(" (the default)");
+    for (std::size_t i = 1; i < formats.size(); ++i)
+        names += (i + 1 < formats.size() ? QStringLiteral(", ") : QStringLiteral(" or ")) +
+                 formats[i].name;
+    return names;
+}
+
 void declare(QCommandLineParser& parser) {
     parser.setApplicationDescription(
         QStringLiteral("Reports the event sequences that repeat in trace logs, or draws them."));
     parser.addOptions({
         {{QStringLiteral("h"), HELP}, QStringLiteral("Print this help.")},
         {{QStringLiteral("v"), VERSION}, QStringLiteral("Print the version.")},
-        {FORMAT, QStringLiteral("text (the default), json or csv."), FORMAT, FORMATS.first()},
+        {FORMAT, formatNames() + u'.', FORMAT, output_formats().front().name},
         {ALL, QStringLiteral("Leave nothing out of the text report.")},
         {IMAGE, QStringLiteral("Draw the log into a .png or .svg file."), QStringLiteral("file")},
         {SIZE, QStringLiteral("Pixels of the picture, 1000x700 if not given."),
@@ -48,25 +58,23 @@ QSize toSize(const QString& text) {
     return fits ? size : QSize();
 }
 
-bool isImageName(const QString& name) {
-    return std::any_of(IMAGES.begin(), IMAGES.end(), [&](const QString& ending) {
-        return name.endsWith(ending, Qt::CaseInsensitive);
-    });
+bool endsWith(const QString& name, const QString& ending) {
+    return name.endsWith(ending, Qt::CaseInsensitive);
 }
 
 /// What is wrong with options that are well-formed each; empty when nothing is.
 QString faultOf(const options& options, const QCommandLineParser& parser) {
     if (options.logs.isEmpty())
         return QStringLiteral("no log given");
-    if (!FORMATS.contains(options.format))
-        return QStringLiteral("unknown format '%1'").arg(options.format);
+    if (!options.format)
+        return QStringLiteral("unknown format '%1'").arg(parser.value(FORMAT));
     if (options.image.isEmpty()) {
         const bool forPicture = parser.isSet(SIZE) || parser.isSet(RANK);
         return forPicture ? QStringLiteral("--size and --rank belong to --image") : QString();
     }
-    if (!isImageName(options.image))
+    if (!endsWith(options.image, PNG) && !options.picture.vectors)
         return QStringLiteral("the picture's name must end in .png or .svg");
-    if (!options.size.isValid())
+    if (!options.picture.size.isValid())
         return QStringLiteral("no size of a picture: '%1'").arg(parser.value(SIZE));
     if (options.logs.size() > 1)
         return QStringLiteral("a picture shows one log");
@@ -74,12 +82,12 @@ QString faultOf(const options& options, const QCommandLineParser& parser) {
 }
 
 void read(const QCommandLineParser& parser, options& options) {
-    options.format = parser.value(FORMAT);
-    options.everything = parser.isSet(ALL);
     options.logs = parser.positionalArguments();
+    options.format = find_format(parser.value(FORMAT));
+    options.everything = parser.isSet(ALL);
     options.image = parser.value(IMAGE);
-    options.size = toSize(parser.value(SIZE));
-    options.rank = parser.isSet(RANK);
+    options.picture = {endsWith(options.image, SVG), toSize(parser.value(SIZE)),
+                       parser.isSet(RANK)};
     options.fault = faultOf(options, parser);
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <QSize>
+#include "report/reportformats.h"
+#include "report/reportpicture.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -14,13 +16,13 @@ struct options {
     /// Help or version text, to be printed instead of a report.
     QString answer;
 
-    QString format;
-    bool everything = false;
     QStringList logs;
 
+    const output_format* format = nullptr;
+    bool everything = false;
+
     QString image; ///< The picture's file, empty for a report.
-    QSize size;    ///< Of the picture, in pixels.
-    bool rank = false;
+    report::picture picture;
 };
 
 /// `arguments` begins with the program's name. Needs a QCoreApplication, for the help text.

@@ -9,9 +9,9 @@
 
 #include <QFontMetrics>
 #include <QGuiApplication>
+#include <QIODevice>
 #include <QImage>
 #include <QPainter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
 namespace report {
@@ -25,44 +25,38 @@ void paint(QPaintDevice& device, const QSize& size, const ui::LeafPainter& leave
     leaves.paintOn(painter);
 }
 
-void writeSvg(QIODevice& file, const QSize& size, const ui::LeafPainter& leaves) {
+bool drawSvg(const ui::LeafPainter& leaves, const QSize& size, QIODevice& device) {
     QSvgGenerator svg;
-    svg.setOutputDevice(&file);
+    svg.setOutputDevice(&device);
     svg.setSize(size);
     svg.setViewBox(QRect(QPoint(), size));
     svg.setTitle(QStringLiteral("Quillon"));
     paint(svg, size, leaves);
+    return true;
 }
 
-bool writePng(QIODevice& file, const QSize& size, const ui::LeafPainter& leaves) {
+bool drawPng(const ui::LeafPainter& leaves, const QSize& size, QIODevice& device) {
     QImage image(size, QImage::Format_RGB32);
     if (image.isNull())
         return false;
     paint(image, size, leaves);
-    return image.save(&file, "PNG");
+    return image.save(&device, "PNG");
 }
 
 } // namespace
 
-QString draw_picture(const domain::Nest& nest, const QString& path, const QSize& size, bool rank) {
+bool draw_picture(const domain::Nest& nest, const picture& picture, QIODevice& device) {
     ui::Look look;
     look.init(QFontMetrics(QGuiApplication::font()));
     ui::Shared shared(nullptr);
     ui::LeafBuilder(shared.mLeaves).from(nest);
     ui::LeafLayout(shared.mLeaves).layout();
-    if (rank)
+    if (picture.rank)
         ui::select_by_rank(shared);
     ui::LeafPainter leaves(look, shared);
-    leaves.layout(size);
-
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
-    if (path.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive))
-        writeSvg(file, size, leaves);
-    else if (!writePng(file, size, leaves))
-        return QStringLiteral("the picture could not be encoded");
-    return file.commit() ? QString() : file.errorString();
+    leaves.layout(picture.size);
+    return picture.vectors ? drawSvg(leaves, picture.size, device)
+                           : drawPng(leaves, picture.size, device);
 }
 
 } // namespace report

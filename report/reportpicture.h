@@ -3,13 +3,20 @@
 #include "domain/domainnest.h"
 
 #include <QSize>
-#include <QString>
+
+class QIODevice;
 
 namespace report {
 
-/// Draws what the window's leaf view shows for `nest` into the file `path`, an SVG file by its
-/// ending, else a PNG file. `size` is in pixels; `rank`: with the leaves selected by rank. Returns
-/// why the file could not be written, empty when it was. Needs a QGuiApplication.
-QString draw_picture(const domain::Nest& nest, const QString& path, const QSize& size, bool rank);
+/// How a picture is drawn.
+struct picture {
+    bool vectors = false; ///< SVG, else PNG.
+    QSize size;           ///< In pixels.
+    bool rank = false;    ///< With the leaves selected by rank.
+};
+
+/// Draws what the window's leaf view shows for `nest` into `device`, which is open. False without
+/// memory for it and when `device` is seen to fail. Needs a QGuiApplication.
+bool draw_picture(const domain::Nest& nest, const picture& picture, QIODevice& device);
 
 } // namespace report

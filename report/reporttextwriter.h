@@ -13,14 +13,14 @@ class TextWriter : public Writer {
 public:
     TextWriter(Output& output, bool everything);
 
-    void write(const Log& log) override;
+    void write(const Findings& findings) override;
 
 private:
-    void writeTotals(const Log& log);
-    void writeKey(const domain::Nest& nest, const domain::Branch& branch);
-    void writePattern(const domain::Nest& nest, const domain::Pattern& pattern);
+    void writeTotals(const Findings& findings);
+    void writeKey(const Findings& findings, const key_findings& key);
+    void writePattern(const Findings& findings, const domain::Pattern& pattern);
     QString fitted(const QString& text, int columns) const;
-    QString sequenceText(const domain::Nest& nest, const domain::Pattern& pattern,
+    QString sequenceText(const Findings& findings, const domain::Pattern& pattern,
                          int columns) const;
 
     const bool mEverything;

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "report/reportlog.h"
+#include "report/reportfindings.h"
 #include "report/reportoutput.h"
 
 namespace report {
 
-/// Writes reports in one format, log after log.
+/// Writes reports in one format: `begin`, `write` for each log, `end`.
 class Writer {
 public:
     explicit Writer(Output& output)
@@ -18,7 +18,10 @@ public:
     /// What stands before the first log.
     virtual void begin() {}
 
-    virtual void write(const Log& log) = 0;
+    virtual void write(const Findings& findings) = 0;
+
+    /// What stands behind the last log.
+    virtual void end() {}
 
 protected:
     Output& mOutput;

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "report/reportwriter.h"
+
+#include <memory>
+#include <vector>
+
+namespace report {
+
+/// A form in which reports are written.
+struct output_format {
+    QString name;   ///< As the command line has it.
+    bool leavesOut; ///< Long lists are cut unless everything is asked for.
+    std::unique_ptr<Writer> (*newWriter)(Output& output, bool everything);
+};
+
+/// All of them, the default one first.
+const std::vector<output_format>& output_formats();
+
+/// Null when there is none of that name.
+const output_format* find_format(const QString& name);
+
+} // namespace report
