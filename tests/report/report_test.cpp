@@ -27,21 +27,24 @@ protected:
         std::string err;
     };
 
-    QString write(const QString& name, const QByteArray& text) {
-        QFile file(mDir.filePath(name));
+    QString path(const char* name) const { return mDir.filePath(QString::fromUtf8(name)); }
+
+    void write(const char* name, const QByteArray& text) {
+        QFile file(path(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(text);
-        return name;
     }
 
-    result run(const QStringList& arguments, const QByteArray& input = QByteArray()) {
+    /// `arguments` as a shell has them.
+    result run(const std::string& arguments, const QByteArray& input = QByteArray()) {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char* display : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
             environment.remove(QString::fromLatin1(display));
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(mDir.path());
-        process.start(QStringLiteral(QUILLON_REPORT), arguments);
+        process.start(QStringLiteral(QUILLON_REPORT),
+                      QProcess::splitCommand(QString::fromStdString(arguments)));
         process.write(input);
         process.closeWriteChannel();
         EXPECT_TRUE(process.waitForFinished());
@@ -53,8 +56,8 @@ protected:
     QTemporaryDir mDir;
 };
 
-const QByteArray EDITING = "{\"down\":[0,\"Edit\",12,8],\"menu\":[0,\"Paste\",12,30],"
-                           "\"down\":[0,\"Copy\",300,0.1],\"down\":[0,\"Edit\",14,9]}";
+const QByteArray EDITING = R"({"down":[0,"Edit",12,8],"menu":[0,"Paste",12,30],)"
+                           R"("down":[0,"Copy",300,0.1],"down":[0,"Edit",14,9]})";
 
 QByteArray downs(const QList<QByteArray>& keys) {
     QByteArray text = "{";
@@ -64,37 +67,32 @@ QByteArray downs(const QList<QByteArray>& keys) {
 }
 
 TEST_F(Report, WritesJsonLinesExactly) {
-    write(QStringLiteral("a.json"), EDITING);
-    const result r = run({QStringLiteral("--format"), QStringLiteral("json"),
-                          QStringLiteral("a.json"), QStringLiteral("a.json")});
+    write("a.json", EDITING);
+    const result r = run("--format json a.json a.json");
     const std::string line =
-        "{\"log\": \"a.json\", \"complete\": true, \"branches\": ["
-        "{\"index\": 0, \"key\": \"Edit\", \"gesture\": \"down\", \"bounds\": "
-        "{\"x\": 12, \"y\": 8, \"width\": 3, \"height\": 2}, \"rank\": 0, \"weight\": 1, "
-        "\"patterns\": [{\"count\": 0, \"sequence\": [0, 1, 2, 0]}]}, "
-        "{\"index\": 1, \"key\": \"Paste\", \"gesture\": \"menu\", \"bounds\": "
-        "{\"x\": 12, \"y\": 30, \"width\": 1, \"height\": 1}, \"rank\": 0, \"weight\": 0, "
-        "\"patterns\": []}, "
-        "{\"index\": 2, \"key\": \"Copy\", \"gesture\": \"down\", \"bounds\": "
-        "{\"x\": 300, \"y\": 0.10000000149011612, \"width\": 1, \"height\": 1}, \"rank\": 0, "
-        "\"weight\": 0, \"patterns\": []}]}\n";
+        R"({"log": "a.json", "complete": true, "branches": [)"
+        R"({"index": 0, "key": "Edit", "gesture": "down", "bounds": )"
+        R"({"x": 12, "y": 8, "width": 3, "height": 2}, "rank": 0, "weight": 1, )"
+        R"("patterns": [{"count": 0, "sequence": [0, 1, 2, 0]}]}, )"
+        R"({"index": 1, "key": "Paste", "gesture": "menu", "bounds": )"
+        R"({"x": 12, "y": 30, "width": 1, "height": 1}, "rank": 0, "weight": 0, "patterns": []}, )"
+        R"({"index": 2, "key": "Copy", "gesture": "down", "bounds": )"
+        R"({"x": 300, "y": 0.10000000149011612, "width": 1, "height": 1}, )"
+        R"("rank": 0, "weight": 0, "patterns": []}]})"
+        "\n";
     EXPECT_EQ(r.out, line + line);
     EXPECT_EQ(r.status, 0);
 }
 
 TEST_F(Report, JsonStaysValidWhateverTheLogHeld) {
     const QByteArray oddKey = "\\ tab\t bell\x07 \xed\xa0\x80 \xff";
-    write(QStringLiteral("closed.json"), "{\"down\":[0,\"" + oddKey + "\"]}");
-    write(QStringLiteral("odd.json"),
-          "{\"down\":[0,\"\\ tab\t bell\x07 \xed\xa0\x80 \xff\",1e300,nan],\"up\":[0,\"cut");
-    const QString lone =
-        QStringLiteral("{\"down\":[0,\"") + QChar(0xd800) + QStringLiteral("x\"]}");
-    write(QStringLiteral("surrogate.json"),
+    write("closed.json", "{\"down\":[0,\"" + oddKey + "\"]}");
+    write("odd.json", "{\"down\":[0,\"" + oddKey + "\",1e300,nan],\"up\":[0,\"cut");
+    const QString lone = QString::fromUtf16(u"{\"down\":[0,\"\xd800x\"]}");
+    write("surrogate.json",
           QByteArray("\xff\xfe") +
               QByteArray(reinterpret_cast<const char*>(lone.utf16()), 2 * lone.size()));
-    const result r =
-        run({QStringLiteral("--format"), QStringLiteral("json"), QStringLiteral("odd.json"),
-             QStringLiteral("surrogate.json"), QStringLiteral("closed.json")});
+    const result r = run("--format json odd.json surrogate.json closed.json");
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString decoded = utf8(QByteArray::fromStdString(r.out));
     EXPECT_FALSE(utf8.hasError());
@@ -103,7 +101,7 @@ TEST_F(Report, JsonStaysValidWhateverTheLogHeld) {
     const QJsonObject odd = QJsonDocument::fromJson(lines[0].toUtf8()).object();
     EXPECT_FALSE(odd[u"complete"].toBool(true));
     EXPECT_EQ(odd[u"branches"][0][u"key"].toString(), QString());
-    EXPECT_EQ(odd[u"branches"][0][u"gesture"].toString(), QStringLiteral("none"));
+    EXPECT_EQ(odd[u"branches"][0][u"gesture"].toString(), u"none");
     const QJsonObject surrogate = QJsonDocument::fromJson(lines[1].toUtf8()).object();
     EXPECT_TRUE(surrogate[u"branches"][0][u"key"].toString().endsWith(u'x'));
     const QJsonObject closed = QJsonDocument::fromJson(lines[2].toUtf8()).object();
@@ -112,16 +110,14 @@ TEST_F(Report, JsonStaysValidWhateverTheLogHeld) {
 }
 
 TEST_F(Report, JsonWritesNullForWhatIsNotFinite) {
-    write(QStringLiteral("far.json"), "{\"down\":[0,\"K\",1e300,nan]}");
-    const result r =
-        run({QStringLiteral("--format"), QStringLiteral("json"), QStringLiteral("far.json")});
+    write("far.json", "{\"down\":[0,\"K\",1e300,nan]}");
+    const result r = run("--format json far.json");
     EXPECT_THAT(r.out, HasSubstr("{\"x\": null, \"y\": null, \"width\": 1, \"height\": 1}"));
 }
 
 TEST_F(Report, QuotesCsvFieldsThatNeedIt) {
-    write(QStringLiteral("a,b.json"), downs({"x", "two\nlines", "x", "plain", "x"}));
-    const result r =
-        run({QStringLiteral("--format"), QStringLiteral("csv"), QStringLiteral("a,b.json")});
+    write("a,b.json", downs({"x", "two\nlines", "x", "plain", "x"}));
+    const result r = run("--format csv a,b.json");
     EXPECT_EQ(r.out, "log,key,count,length,sequence\r\n"
                      "\"a,b.json\",x,0,3,\"x > two\nlines > x\"\r\n"
                      "\"a,b.json\",x,0,3,x > plain > x\r\n"
@@ -134,8 +130,8 @@ TEST_F(Report, TextRanksKeysAndFitsTheScreen) {
         const QByteArray key = "k" + QByteArray::number(i) + QByteArray(150, 'z');
         keys += {key, "x\x1b[2J", key};
     }
-    write(QStringLiteral("a.json"), downs(keys));
-    const result r = run({QStringLiteral("a.json")});
+    write("a.json", downs(keys));
+    const result r = run("a.json");
     EXPECT_THAT(r.out, StartsWith("a.json\n1 recordings, 188 events, 65 distinct keys, "));
     EXPECT_LT(r.out.find("  often\n"), r.out.find("  rare\n"));
     EXPECT_THAT(r.out, HasSubstr("more keys with patterns"));
@@ -144,33 +140,31 @@ TEST_F(Report, TextRanksKeysAndFitsTheScreen) {
         EXPECT_LE(line.size(), 100) << line.toStdString();
     EXPECT_EQ(r.out.find('\x1b'), std::string::npos);
 
-    const result all = run({QStringLiteral("--all"), QStringLiteral("a.json")});
+    const result all = run("--all a.json");
     EXPECT_EQ(all.out.find("more"), std::string::npos);
     EXPECT_THAT(all.out, HasSubstr(std::string(150, 'z')));
 }
 
 TEST_F(Report, ReportsTheOthersWhenOneFileFails) {
-    write(QStringLiteral("good.json"), EDITING);
-    write(QStringLiteral("cut.json"), EDITING + "\"open");
+    write("good.json", EDITING);
+    write("cut.json", EDITING + "\"open");
 
     const struct {
-        QStringList arguments;
+        const char* arguments;
         int status;
         const char* complaint;
     } rows[] = {
-        {{QStringLiteral("good.json")}, 0, ""},
-        {{QStringLiteral("-")}, 0, ""},
-        {{QStringLiteral("none.json"), QStringLiteral("good.json")},
-         1,
-         "quillon-report: none.json: No such file or directory\n"},
-        {{QStringLiteral("."), QStringLiteral("good.json")}, 1, "quillon-report: .: "},
-        {{QStringLiteral("cut.json")}, 3, "quillon-report: cut.json: "},
-        {{QStringLiteral("none.json"), QStringLiteral("cut.json")}, 1, "quillon-report: none.json"},
-        {{QStringLiteral("cut.json"), QStringLiteral("none.json")}, 1, "quillon-report: cut.json"},
+        {"good.json", 0, ""},
+        {"-", 0, ""},
+        {"none.json good.json", 1, "quillon-report: none.json: No such file or directory\n"},
+        {". good.json", 1, "quillon-report: .: "},
+        {"cut.json", 3, "quillon-report: cut.json: "},
+        {"none.json cut.json", 1, "quillon-report: none.json"},
+        {"cut.json none.json", 1, "quillon-report: cut.json"},
     };
 
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.arguments.join(u' ').toStdString());
+        SCOPED_TRACE(row.arguments);
         const result r = run(row.arguments, EDITING);
         EXPECT_EQ(r.status, row.status);
         EXPECT_THAT(r.err, StartsWith(row.complaint));
@@ -189,47 +183,40 @@ int greenPixels(const QImage& image) {
 }
 
 TEST_F(Report, DrawsWhatTheWindowShows) {
-    write(QStringLiteral("a.json"), EDITING);
-    const QStringList draw{QStringLiteral("a.json"), QStringLiteral("--size"),
-                           QStringLiteral("300x200"), QStringLiteral("--image")};
-    EXPECT_EQ(run(draw + QStringList{QStringLiteral("a.png")}).status, 0);
-    EXPECT_EQ(run(draw + QStringList{QStringLiteral("b.PNG"), QStringLiteral("--rank")}).status, 0);
-    const result svg = run(draw + QStringList{QStringLiteral("c.svg"), QStringLiteral("--rank")});
-    EXPECT_EQ(svg.out + svg.err, "");
-    const QImage plain(mDir.filePath(QStringLiteral("a.png")));
+    write("a.json", EDITING);
+    for (const char* image : {"a.png", "b.PNG --rank", "c.svg --rank"}) {
+        const result r = run(std::string("a.json --size 300x200 --image ") + image);
+        EXPECT_EQ(r.status, 0);
+        EXPECT_EQ(r.out + r.err, "");
+    }
+    const QImage plain(path("a.png"));
     EXPECT_EQ(plain.size(), QSize(300, 200));
     EXPECT_EQ(plain.pixelColor(0, 199), QColor(Qt::white));
     EXPECT_EQ(greenPixels(plain), 0);
-    EXPECT_GT(greenPixels(QImage(mDir.filePath(QStringLiteral("b.PNG")))), 50);
-    QFile file(mDir.filePath(QStringLiteral("c.svg")));
+    EXPECT_GT(greenPixels(QImage(path("b.PNG"))), 50);
+    QFile file(path("c.svg"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const std::string text = file.readAll().toStdString();
     EXPECT_THAT(text, HasSubstr("#00ff00"));
     EXPECT_EQ(text.find("<image"), std::string::npos); // vectors, not pixels
 
-    const result failed = run(draw + QStringList{QStringLiteral("none/a.png")});
+    const result failed = run("a.json --image none/a.png");
     EXPECT_EQ(failed.status, 1);
     EXPECT_THAT(failed.err, StartsWith("quillon-report: none/a.png: "));
 }
 
 TEST_F(Report, RejectsWrongUsage) {
-    for (const QStringList& arguments :
-         {QStringList(), QStringList{QStringLiteral("--format"), QStringLiteral("xml")},
-          QStringList{QStringLiteral("--format"), QStringLiteral("xml"), QStringLiteral("a")},
-          QStringList{QStringLiteral("--no-such-option"), QStringLiteral("a")},
-          QStringList{QStringLiteral("--image"), QStringLiteral("x.gif"), QStringLiteral("a")},
-          QStringList{QStringLiteral("--rank"), QStringLiteral("a")},
-          QStringList{QStringLiteral("--image"), QStringLiteral("x.png"), QStringLiteral("--size"),
-                      QStringLiteral("0x5"), QStringLiteral("a")},
-          QStringList{QStringLiteral("--image"), QStringLiteral("x.png"), QStringLiteral("a"),
-                      QStringLiteral("b")}}) {
+    for (const char* arguments :
+         {"", "--format xml", "--format xml a", "--no-such-option a", "--image x.gif a", "--rank a",
+          "--image x.png --size 0x5 a", "--image x.png a b"}) {
+        SCOPED_TRACE(arguments);
         const result r = run(arguments);
         EXPECT_EQ(r.status, 2);
         EXPECT_THAT(r.err, StartsWith("quillon-report: "));
         EXPECT_EQ(r.out, "");
     }
-    EXPECT_EQ(run({QStringLiteral("--help")}).status, 0);
-    EXPECT_THAT(run({QStringLiteral("--version")}).out, StartsWith("quillon-report "));
+    EXPECT_EQ(run("--help").status, 0);
+    EXPECT_THAT(run("--version").out, StartsWith("quillon-report "));
 }
 
 } // namespace
