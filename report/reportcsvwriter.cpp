@@ -25,8 +25,8 @@ QString field(const QString& text) {
 
 QString joinedKeys(const Findings& findings, const domain::Pattern& pattern) {
     QStringList keys;
-    for (int i = 0; i < pattern.mSequence.size(); ++i)
-        keys.append(findings.keyAt(pattern.mSequence[i]));
+    for (int index : pattern.mSequence)
+        keys.append(findings.keyAt(index));
     return keys.join(QStringLiteral(" > "));
 }
 

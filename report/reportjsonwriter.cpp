@@ -11,6 +11,10 @@ namespace report {
 
 namespace {
 
+QByteArray quoted(const QStringList& texts) {
+    return QJsonDocument(QJsonArray::fromStringList(texts)).toJson(QJsonDocument::Compact);
+}
+
 /// `text` as a JSON string, quotes included.
 QByteArray quoted(const QString& text) {
     const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
@@ -49,7 +53,8 @@ void JsonWriter::write(const Findings& findings) {
         writeKey(key);
         separator = ", ";
     }
-    mOutput << "]}\n";
+    mOutput << "], \"recordings\": " << log.recordings << ", \"events\": " << log.events
+            << ", \"warnings\": " << quoted(log.warnings) << "}\n";
 }
 
 void JsonWriter::writeKey(const key_findings& key) {

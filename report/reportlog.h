@@ -3,6 +3,7 @@
 #include "domain/domainnest.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace report {
 
@@ -12,11 +13,12 @@ struct Log {
     bool complete = false; ///< The parser read the log to its end.
     int recordings = 0;
     int events = 0;
+    QStringList warnings; ///< What is wrong with the text; empty for a sound log.
     domain::Nest nest;
 };
 
 /// Reads and analyses the log at `path` into `log`. Returns why it could not be read, empty when it
-/// could, malformed or not.
+/// could, sound or not.
 QString read_log(const QString& path, Log& log);
 
 } // namespace report

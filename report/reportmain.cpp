@@ -16,13 +16,13 @@
 
 namespace {
 
-enum ExitStatus { ALL_REPORTED = 0, FAILED = 1, WRONG_USAGE = 2, INCOMPLETE = 3 };
+enum ExitStatus { ALL_REPORTED = 0, FAILED = 1, WRONG_USAGE = 2, UNSOUND = 3 };
 
 void complain(const QString& what, const QString& why) {
     report::Output(stderr) << "quillon-report: " << what << ": " << why << "\n";
 }
 
-/// A failure weighs more than a log that could not be read to its end.
+/// A failure weighs more than a log that is not sound.
 ExitStatus worse(ExitStatus a, ExitStatus b) {
     return a == FAILED || b == ALL_REPORTED ? a : b;
 }
@@ -42,11 +42,9 @@ ExitStatus readOrComplain(const QString& path, report::Log& log) {
         complain(path, reason);
         return FAILED;
     }
-    if (log.complete)
-        return ALL_REPORTED;
-    complain(path, QStringLiteral(
-                       "warning: incomplete; it is malformed and reported as far as it was read"));
-    return INCOMPLETE;
+    for (const QString& warning : log.warnings)
+        complain(path, QStringLiteral("warning: ") + warning);
+    return log.warnings.isEmpty() ? ALL_REPORTED : UNSOUND;
 }
 
 /// `status`, unless standard output could not be written.

@@ -11,7 +11,8 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
+#include <random>
+#include <vector>
 
 namespace {
 
@@ -78,7 +79,7 @@ TEST_F(Report, WritesJsonLinesExactly) {
         R"({"x": 12, "y": 30, "width": 1, "height": 1}, "rank": 0, "weight": 0, "patterns": []}, )"
         R"({"index": 2, "key": "Copy", "gesture": "down", "bounds": )"
         R"({"x": 300, "y": 0.10000000149011612, "width": 1, "height": 1}, )"
-        R"("rank": 0, "weight": 0, "patterns": []}]})"
+        R"("rank": 0, "weight": 0, "patterns": []}], "recordings": 1, "events": 4, "warnings": []})"
         "\n";
     EXPECT_EQ(r.out, line + line);
     EXPECT_EQ(r.status, 0);
@@ -170,6 +171,106 @@ TEST_F(Report, ReportsTheOthersWhenOneFileFails) {
         EXPECT_THAT(r.err, StartsWith(row.complaint));
         EXPECT_EQ(r.err.empty(), row.status == 0);
         EXPECT_THAT(r.out, HasSubstr("3 distinct keys, 1 patterns"));
+    }
+}
+
+/// A text as UTF-16, the low byte first, without a mark.
+QByteArray utf16(const QByteArray& text) {
+    QByteArray bytes;
+    for (const char c : text)
+        (bytes += c) += '\0';
+    return bytes;
+}
+
+QByteArray noise() {
+    std::mt19937 rng(7);
+    QByteArray bytes;
+    for (int i = 0; i < 200'000; ++i)
+        bytes += static_cast<char>(rng());
+    return bytes;
+}
+
+TEST_F(Report, TellsWhatIsWrongWithALog) {
+    QFile example(QStringLiteral(EXAMPLES "/editing.json"));
+    ASSERT_TRUE(example.open(QIODevice::ReadOnly));
+    const QByteArray ab = R"("down":[0,"a"],"down":[0,"b"])";
+    const QByteArray log = "{" + ab + "}";
+    const QByteArray blanks(200'000, ' '); // more than is read at once
+    const char* const inRecording = "the text ends inside a recording, which is lost";
+    const char* const inString = "the text ends inside a string";
+    const char* const otherKind = "a bracket is closed by one of the other kind";
+    const char* const stray = "a closing bracket closes nothing, and what follows was not read";
+    const char* const outside = "there is text before or behind the document";
+    const char* const none = "no event was found";
+    const char* const nul = "a NUL ends the text, and what follows was not read";
+    const auto looksLike = [&](const char* form) {
+        return std::string(none) + "; it looks like " + form;
+    };
+
+    const struct {
+        QByteArray text;
+        std::vector<std::string> warnings;
+        int recordings = 0;
+        int events = 0;
+    } rows[] = {
+        {log, {}, 1, 2},
+        {"\xef\xbb\xbf \n" + log + blanks + "\n", {}, 1, 2},
+        {"\xff\xfe" + utf16(log + "\n"), {}, 1, 2},
+        {" [\n\t] ", {}},
+
+        {example.read(500), {inRecording}, 0, 11},
+        {"[" + log.chopped(1), {inRecording}, 0, 2},
+        {"[" + log.chopped(1) + "]", {otherKind}, 0, 2},
+        {R"({"down":[0,"a",1,1})", {none, otherKind}, 1},
+        {"[" + log, {"the text ends inside an array"}, 1, 2},
+        {log.chopped(1) + ",\"open", {inString}, 0, 2},
+        {log + "}", {stray}, 1, 2},
+        {"{]}", {none, stray, otherKind}},
+        {log + blanks + "x", {outside}, 1, 2},
+        {log + log, {outside}, 2, 4},
+        {"log = " + log, {outside}, 1, 2},
+        {"\xff\xfe" + utf16(log + "!"), {outside}, 1, 2},
+        {log + '\0' + log, {nul}, 1, 2},
+        {R"({"events":[{"down":[0,"a"]},{"down":[0,"b"]},{"down":[0,"a"]}]})",
+         {"each event has an object of its own, so nothing can repeat"},
+         4,
+         3},
+
+        {"{}", {none}, 1},
+        {"[0]", {none}},
+        {"", {std::string(none) + "; it is empty"}},
+        {noise(), {none}},
+        {"Dear reader, this is prose, no log.\nIt has commas, too, in its lines.\n", {none}},
+        {"\x1f\x8b\x08" + noise(), {looksLike("gzip")}},
+        {QByteArray("PK\3\4\0\0trace.trace", 17), {looksLike("a zipped trace of Playwright")}},
+        {QByteArray("PK\3\4\0\0xl/sheet", 14), {looksLike("a zip archive")}},
+        {utf16(log), {looksLike("UTF-16 without a byte order mark")}},
+        {"\n<?xml version=\"1.0\"?><log/>", {looksLike("XML")}},
+        {R"([{"type":4,"data":{"href":"a\"b"},"timestamp":1}])",
+         {looksLike("a recording of rrweb")}},
+        {"\"case\",\"key, quoted\"\r\n1,\"two\nlines\"\r\n", {looksLike("CSV")}},
+        {"case\tkey\n1\ta, b\n", {looksLike("CSV")}},
+    };
+
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text.left(60).toStdString());
+        write("a.json", row.text);
+        const result r = run("--format json a.json -", row.text);
+        EXPECT_EQ(r.status, row.warnings.empty() ? 0 : 3);
+        std::string told;
+        for (const char* name : {"a.json", "-"}) {
+            for (const std::string& warning : row.warnings)
+                told += std::string("quillon-report: ") + name + ": warning: " + warning + "\n";
+        }
+        EXPECT_EQ(r.err, told);
+        const QJsonObject line =
+            QJsonDocument::fromJson(QByteArray::fromStdString(r.out).split('\n')[1]).object();
+        std::vector<std::string> warnings;
+        for (const QVariant& warning : line[u"warnings"].toArray().toVariantList())
+            warnings.push_back(warning.toString().toStdString());
+        EXPECT_EQ(warnings, row.warnings);
+        EXPECT_EQ(line[u"recordings"].toInt(), row.recordings);
+        EXPECT_EQ(line[u"events"].toInt(), row.events);
     }
 }
 

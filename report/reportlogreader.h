@@ -1,0 +1,54 @@
+#pragma once
+
+#include "domain/domainnestreader.h"
+
+#include <vector>
+
+namespace report {
+
+/// Reads a log as the window does, and keeps account of its brackets: the parser accepts any, and
+/// tells its reader of each that it opens and closes.
+class LogReader : public domain::NestReader {
+public:
+    using NestReader::NestReader;
+
+    void startObject(json::Stack& stack, const QString& key) override;
+    void endObject(json::Stack& stack) override;
+    void startArray(json::Stack& stack, const QString& key) override;
+    void endArray(json::Stack& stack) override;
+
+    /// Objects that were closed by a brace of their own.
+    int recordings() const { return mRecordings; }
+
+    /// Objects and arrays that stand in no other.
+    int documents() const { return mDocuments; }
+
+    bool isOpen() const { return !mOpen.empty(); }
+
+    /// An object is open, at whatever depth.
+    bool isInRecording() const { return mOpenObjects > 0; }
+
+    /// A bracket was closed by one of the other kind.
+    bool hasMismatch() const { return mHasMismatch; }
+
+    /// A closing bracket found none to close.
+    bool hasStray() const { return mHasStray; }
+
+    /// The most events between the beginnings of two objects.
+    int longestRun() const { return mLongestRun; }
+
+private:
+    void open(bool object);
+    void close(bool object);
+
+    std::vector<bool> mOpen; ///< Of each open bracket, outermost first, whether it is an object.
+    qint64 mOpenObjects = 0;
+    int mRecordings = 0;
+    int mDocuments = 0;
+    int mEventsBefore = 0; ///< Those of the objects before.
+    int mLongestRun = 0;
+    bool mHasMismatch = false;
+    bool mHasStray = false;
+};
+
+} // namespace report
