@@ -1,14 +1,15 @@
 // quillon-report: reads trace logs as the window does and prints or draws what was found.
 
+#include "report/reportfile.h"
 #include "report/reportformats.h"
 #include "report/reportlog.h"
 #include "report/reportoptions.h"
 #include "report/reportoutput.h"
 #include "report/reportpicture.h"
 
+#include <QBuffer>
 #include <QCoreApplication>
 #include <QGuiApplication>
-#include <QSaveFile>
 
 #include <cstdio>
 #include <memory>
@@ -17,6 +18,8 @@
 namespace {
 
 enum ExitStatus { ALL_REPORTED = 0, FAILED = 1, WRONG_USAGE = 2, UNSOUND = 3 };
+
+const QString NO_MEMORY = QStringLiteral("there is not enough memory for it");
 
 void complain(const QString& what, const QString& why) {
     report::Output(stderr) << "quillon-report: " << what << ": " << why << "\n";
@@ -27,17 +30,19 @@ ExitStatus worse(ExitStatus a, ExitStatus b) {
     return a == FAILED || b == ALL_REPORTED ? a : b;
 }
 
-QString whyUnreadable(const QString& path, report::Log& log) {
+/// The reason that `work` returns, or that memory ran out.
+template <class Work>
+QString reasonOf(const Work& work) {
     try {
-        return report::read_log(path, log);
+        return work();
     } catch (const std::bad_alloc&) {
-        return QStringLiteral("there is not enough memory for it");
+        return NO_MEMORY;
     }
 }
 
 /// Reads a log, saying what is wrong with it.
 ExitStatus readOrComplain(const QString& path, report::Log& log) {
-    const QString reason = whyUnreadable(path, log);
+    const QString reason = reasonOf([&] { return report::read_log(path, log); });
     if (!reason.isEmpty()) {
         complain(path, reason);
         return FAILED;
@@ -74,12 +79,11 @@ ExitStatus printReports(const report::options& options) {
 
 /// Draws a log into a file. Returns why the file could not be written, empty when it was.
 QString drawInto(const QString& path, const report::Log& log, const report::picture& picture) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
-    if (!report::draw_picture(log.nest, picture, file))
-        return QStringLiteral("the picture could not be encoded");
-    return file.commit() ? QString() : file.errorString();
+    QBuffer drawn; // what an encoder tells of a full disk is not enough
+    drawn.open(QIODevice::WriteOnly);
+    if (!report::draw_picture(log.nest, picture, drawn))
+        return NO_MEMORY;
+    return report::save_file(path, drawn.data());
 }
 
 ExitStatus draw(const report::options& options) {
@@ -87,7 +91,7 @@ ExitStatus draw(const report::options& options) {
     const ExitStatus status = readOrComplain(options.logs.first(), log);
     if (status == FAILED)
         return status;
-    const QString reason = drawInto(options.image, log, options.picture);
+    const QString reason = reasonOf([&] { return drawInto(options.image, log, options.picture); });
     if (reason.isEmpty())
         return status;
     complain(options.image, reason);
@@ -103,6 +107,8 @@ report::options parse_options(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+    // What the toolkit remarks on files and desktops is not the user's matter.
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     const report::options options = parse_options(argc, argv);
     if (!options.fault.isEmpty()) {
         report::Output(stderr) << "quillon-report: " << options.fault
@@ -118,10 +124,7 @@ int main(int argc, char** argv) {
         const QCoreApplication application(argc, argv);
         return printReports(options);
     }
-    // Pictures need no display, and what the toolkit remarks on the desktop is not the user's
-    // matter.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // pictures need no display
     const QGuiApplication application(argc, argv);
     return draw(options);
 }

@@ -62,23 +62,34 @@ bool endsWith(const QString& name, const QString& ending) {
     return name.endsWith(ending, Qt::CaseInsensitive);
 }
 
+QString pictureFault(const options& options, const QCommandLineParser& parser) {
+    if (parser.isSet(FORMAT) || options.everything)
+        return QStringLiteral("--format and --all do not go with --image");
+    if (!endsWith(options.image, PNG) && !options.picture.vectors)
+        return QStringLiteral("the picture's name must end in .png or .svg");
+    if (!options.picture.size.isValid())
+        return QStringLiteral("no size of a picture: '%1'; each side is 1 to %2")
+            .arg(parser.value(SIZE), QString::number(LARGEST_SIDE));
+    if (options.logs.size() > 1)
+        return QStringLiteral("a picture shows one log");
+    return {};
+}
+
+QString reportFault(const options& options, const QCommandLineParser& parser) {
+    if (parser.isSet(SIZE) || parser.isSet(RANK))
+        return QStringLiteral("--size and --rank belong to --image");
+    if (options.everything && !options.format->leavesOut)
+        return QStringLiteral("--all belongs to the text report");
+    return {};
+}
+
 /// What is wrong with options that are well-formed each; empty when nothing is.
 QString faultOf(const options& options, const QCommandLineParser& parser) {
     if (options.logs.isEmpty())
         return QStringLiteral("no log given");
     if (!options.format)
         return QStringLiteral("unknown format '%1'").arg(parser.value(FORMAT));
-    if (options.image.isEmpty()) {
-        const bool forPicture = parser.isSet(SIZE) || parser.isSet(RANK);
-        return forPicture ? QStringLiteral("--size and --rank belong to --image") : QString();
-    }
-    if (!endsWith(options.image, PNG) && !options.picture.vectors)
-        return QStringLiteral("the picture's name must end in .png or .svg");
-    if (!options.picture.size.isValid())
-        return QStringLiteral("no size of a picture: '%1'").arg(parser.value(SIZE));
-    if (options.logs.size() > 1)
-        return QStringLiteral("a picture shows one log");
-    return {};
+    return parser.isSet(IMAGE) ? pictureFault(options, parser) : reportFault(options, parser);
 }
 
 void read(const QCommandLineParser& parser, options& options) {

@@ -23,6 +23,11 @@ QString number(int value) {
     return QString::number(value).rightJustified(NUMBER_COLUMNS);
 }
 
+/// "1 pattern", "2 patterns".
+QByteArray counted(int count, QByteArrayView what) {
+    return QByteArray::number(count) + ' ' + what.toByteArray() + (count == 1 ? "" : "s");
+}
+
 /// A key cannot move the terminal's cursor or break a line.
 QString printable(QString text) {
     for (QChar& c : text) {
@@ -48,16 +53,17 @@ void TextWriter::write(const Findings& findings) {
     for (int i = 0; i < shown; ++i)
         writeKey(findings, *keys[static_cast<std::size_t>(i)]);
     if (shown < all)
-        mOutput << ELLIPSIS << " " << all - shown
-                << " more keys with patterns (--all prints them)\n";
+        mOutput << ELLIPSIS << " " << counted(all - shown, "more key")
+                << " with patterns (--all prints them)\n";
     mOutput << "\n";
 }
 
 void TextWriter::writeTotals(const Findings& findings) {
     const Log& log = findings.log();
     mOutput << fitted(printable(log.path), COLUMNS) << "\n"
-            << log.recordings << " recordings, " << log.events << " events, " << findings.keyCount()
-            << " distinct keys, " << findings.patternCount() << " patterns\n";
+            << counted(log.recordings, "recording") << ", " << counted(log.events, "event") << ", "
+            << counted(findings.keyCount(), "distinct key") << ", "
+            << counted(findings.patternCount(), "pattern") << "\n";
 }
 
 void TextWriter::writeKey(const Findings& findings, const key_findings& key) {
@@ -70,8 +76,8 @@ void TextWriter::writeKey(const Findings& findings, const key_findings& key) {
     for (int i = 0; i < shown; ++i)
         writePattern(findings, *patterns[static_cast<std::size_t>(i)]);
     if (shown < all)
-        mOutput << QString(PATTERN_INDENT, u' ') << ELLIPSIS << " " << all - shown
-                << " more patterns\n";
+        mOutput << QString(PATTERN_INDENT, u' ') << ELLIPSIS << " "
+                << counted(all - shown, "more pattern") << "\n";
 }
 
 void TextWriter::writePattern(const Findings& findings, const domain::Pattern& pattern) {

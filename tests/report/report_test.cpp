@@ -36,16 +36,18 @@ protected:
         file.write(text);
     }
 
-    /// `arguments` as a shell has them.
-    result run(const std::string& arguments, const QByteArray& input = QByteArray()) {
+    /// Runs it with `arguments` by a shell, after what `script` does there.
+    result run(const std::string& arguments, const QByteArray& input = QByteArray(),
+               const std::string& script = std::string()) {
+        const std::string command = script + " exec " QUILLON_REPORT " " + arguments;
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char* display : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
             environment.remove(QString::fromLatin1(display));
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(mDir.path());
-        process.start(QStringLiteral(QUILLON_REPORT),
-                      QProcess::splitCommand(QString::fromStdString(arguments)));
+        process.start(QStringLiteral("sh"),
+                      {QStringLiteral("-c"), QString::fromStdString(command)});
         process.write(input);
         process.closeWriteChannel();
         EXPECT_TRUE(process.waitForFinished());
@@ -133,7 +135,7 @@ TEST_F(Report, TextRanksKeysAndFitsTheScreen) {
     }
     write("a.json", downs(keys));
     const result r = run("a.json");
-    EXPECT_THAT(r.out, StartsWith("a.json\n1 recordings, 188 events, 65 distinct keys, "));
+    EXPECT_THAT(r.out, StartsWith("a.json\n1 recording, 188 events, 65 distinct keys, "));
     EXPECT_LT(r.out.find("  often\n"), r.out.find("  rare\n"));
     EXPECT_THAT(r.out, HasSubstr("more keys with patterns"));
     const QStringList lines = QString::fromStdString(r.out).split(u'\n');
@@ -159,6 +161,7 @@ TEST_F(Report, ReportsTheOthersWhenOneFileFails) {
         {"-", 0, ""},
         {"none.json good.json", 1, "quillon-report: none.json: No such file or directory\n"},
         {". good.json", 1, "quillon-report: .: "},
+        {"'' good.json", 1, "quillon-report: : No file name specified\n"},
         {"cut.json", 3, "quillon-report: cut.json: "},
         {"none.json cut.json", 1, "quillon-report: none.json"},
         {"cut.json none.json", 1, "quillon-report: cut.json"},
@@ -170,7 +173,7 @@ TEST_F(Report, ReportsTheOthersWhenOneFileFails) {
         EXPECT_EQ(r.status, row.status);
         EXPECT_THAT(r.err, StartsWith(row.complaint));
         EXPECT_EQ(r.err.empty(), row.status == 0);
-        EXPECT_THAT(r.out, HasSubstr("3 distinct keys, 1 patterns"));
+        EXPECT_THAT(r.out, HasSubstr("1 recording, 4 events, 3 distinct keys, 1 pattern\n"));
     }
 }
 
@@ -300,20 +303,61 @@ TEST_F(Report, DrawsWhatTheWindowShows) {
     const std::string text = file.readAll().toStdString();
     EXPECT_THAT(text, HasSubstr("#00ff00"));
     EXPECT_EQ(text.find("<image"), std::string::npos); // vectors, not pixels
+}
 
-    const result failed = run("a.json --image none/a.png");
-    EXPECT_EQ(failed.status, 1);
-    EXPECT_THAT(failed.err, StartsWith("quillon-report: none/a.png: "));
+TEST_F(Report, SavesAPictureWholeOrNotAtAll) {
+    write("a.json", EDITING);
+
+    const struct {
+        const char* script;
+        const char* image;
+        const char* reason;
+    } rows[] = {
+        {"", "none/a.png", "No such file or directory"},
+        {"trap '' XFSZ; ulimit -f 1;", "a.png", "File too large"}, // as on a full disk
+        {"trap '' XFSZ; ulimit -f 1;", "a.svg", "File too large"},
+        {"mkfifo b.svg;", "b.svg", "it is no regular file"},
+    };
+
+    write("a.png", "before");
+    for (const auto& row : rows) {
+        const result r = run(std::string("a.json --image ") + row.image, {}, row.script);
+        EXPECT_EQ(r.status, 1);
+        EXPECT_EQ(r.err, std::string("quillon-report: ") + row.image + ": " + row.reason + "\n");
+    }
+    QFile file(path("a.png"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), "before");
+    EXPECT_EQ(QDir(mDir.path()).entryList(QDir::Files | QDir::System).size(), 3);
 }
 
 TEST_F(Report, RejectsWrongUsage) {
-    for (const char* arguments :
-         {"", "--format xml", "--format xml a", "--no-such-option a", "--image x.gif a", "--rank a",
-          "--image x.png --size 0x5 a", "--image x.png a b"}) {
-        SCOPED_TRACE(arguments);
-        const result r = run(arguments);
+    const struct {
+        const char* arguments;
+        const char* fault;
+    } rows[] = {
+        {"", "no log given"},
+        {"--format xml", "no log given"},
+        {"--format xml a", "unknown format 'xml'"},
+        {"--format csv --all a", "--all belongs to the text report"},
+        {"--no-such-option a", "Unknown option 'no-such-option'."},
+        {"--image x.gif a", "the picture's name must end in .png or .svg"},
+        {"--image '' a", "the picture's name must end in .png or .svg"},
+        {"--image x.png --format text a", "--format and --all do not go with --image"},
+        {"--image x.png --all a", "--format and --all do not go with --image"},
+        {"--rank a", "--size and --rank belong to --image"},
+        {"--image x.png --size 0x5 a", "no size of a picture: '0x5'; each side is 1 to 16384"},
+        {"--image x.png --size 9x16385 a",
+         "no size of a picture: '9x16385'; each side is 1 to 16384"},
+        {"--image x.png a b", "a picture shows one log"},
+    };
+
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.arguments);
+        const result r = run(row.arguments);
         EXPECT_EQ(r.status, 2);
-        EXPECT_THAT(r.err, StartsWith("quillon-report: "));
+        EXPECT_EQ(r.err,
+                  std::string("quillon-report: ") + row.fault + "\nTry 'quillon-report --help'.\n");
         EXPECT_EQ(r.out, "");
     }
     EXPECT_EQ(run("--help").status, 0);
