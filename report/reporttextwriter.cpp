@@ -1,22 +1,27 @@
 #include "report/reporttextwriter.h"
 
-#include <QStringBuilder>
+#include "report/reportstepline.h"
 
 #include <algorithm>
-#include <vector>
+#include <set>
 
 namespace report {
 
 namespace {
 
 constexpr int COLUMNS = 100;
-constexpr int MOST_KEYS = 25;
-constexpr int MOST_PATTERNS = 5;
+constexpr std::size_t MOST_KEYS = 25;
+constexpr std::size_t MOST_PATTERNS = 5;
 constexpr int NUMBER_COLUMNS = 8;
 constexpr int KEY_INDENT = 3 * NUMBER_COLUMNS + 2;
 constexpr int PATTERN_INDENT = 2 * NUMBER_COLUMNS + 2;
+constexpr int KEY_COLUMNS = COLUMNS - KEY_INDENT;
+constexpr int SEQUENCE_COLUMNS = COLUMNS - PATTERN_INDENT;
 
-const QString ARROW = QStringLiteral(" > ");
+// Of a key in a sequence that is too long: it gives way to the steps that have to be shown.
+constexpr int MOST_KEY_COLUMNS = 24;
+constexpr int LEAST_KEY_COLUMNS = 11;
+
 const QString ELLIPSIS = QStringLiteral("…");
 
 QString number(int value) {
@@ -24,7 +29,7 @@ QString number(int value) {
 }
 
 /// "1 pattern", "2 patterns".
-QByteArray counted(int count, QByteArrayView what) {
+QByteArray counted(std::size_t count, QByteArrayView what) {
     return QByteArray::number(count) + ' ' + what.toByteArray() + (count == 1 ? "" : "s");
 }
 
@@ -37,6 +42,35 @@ QString printable(QString text) {
     return text;
 }
 
+QString keyAt(const Findings& findings, int index) {
+    return printable(findings.keyAt(index));
+}
+
+QString wholeText(const Findings& findings, const domain::Pattern& pattern) {
+    return all_steps(pattern.mSequence.size(),
+                     [&](int step) { return keyAt(findings, pattern.mSequence[step]); });
+}
+
+/// The first step at which two sequences differ.
+int forkOf(const domain::Pattern& a, const domain::Pattern& b) {
+    const int size = std::min(a.mSequence.size(), b.mSequence.size());
+    int step = 0;
+    while (step < size && a.mSequence[step] == b.mSequence[step])
+        ++step;
+    return step;
+}
+
+/// The second step of a pattern, and those that tell it from the others.
+std::set<int> tellingSteps(const domain::Pattern& pattern, const Patterns& patterns) {
+    std::set<int> steps{1};
+    for (const domain::Pattern* other : patterns) {
+        const int fork = forkOf(pattern, *other);
+        if (fork < pattern.mSequence.size())
+            steps.insert(fork);
+    }
+    return steps;
+}
+
 } // namespace
 
 TextWriter::TextWriter(Output& output, bool everything)
@@ -44,73 +78,94 @@ TextWriter::TextWriter(Output& output, bool everything)
     , mEverything(everything) {}
 
 void TextWriter::write(const Findings& findings) {
-    const std::vector<const key_findings*> keys = findings.ranked();
-    const int all = static_cast<int>(keys.size());
-    const int shown = mEverything ? all : std::min(all, MOST_KEYS);
     writeTotals(findings);
-    if (all > 0)
+    const std::vector<const key_findings*> ranked = findings.ranked();
+    if (!ranked.empty())
         mOutput << u"\n    rank  weight  patterns  key\n             count  sequence\n";
-    for (int i = 0; i < shown; ++i)
-        writeKey(findings, *keys[static_cast<std::size_t>(i)]);
-    if (shown < all)
-        mOutput << ELLIPSIS << " " << counted(all - shown, "more key")
+    const std::vector<shown_key> rows = choose(ranked);
+    const ShortKeys shortKeys(keysOf(findings, rows));
+    for (const shown_key& shown : rows)
+        writeKey(findings, shown, shortKeys);
+    if (rows.size() < ranked.size())
+        mOutput << ELLIPSIS << " " << counted(ranked.size() - rows.size(), "more key")
                 << " with patterns (--all prints them)\n";
     mOutput << "\n";
 }
 
+std::vector<TextWriter::shown_key>
+TextWriter::choose(const std::vector<const key_findings*>& ranked) const {
+    std::vector<shown_key> rows;
+    for (const key_findings* key : ranked) {
+        if (!mEverything && rows.size() == MOST_KEYS)
+            break;
+        rows.push_back({key, most_frequent_first(key->patterns)});
+        if (!mEverything && key->patterns.size() > MOST_PATTERNS)
+            rows.back().patterns.resize(MOST_PATTERNS);
+    }
+    return rows;
+}
+
+/// All keys that the rows name, if any is to be shortened.
+QStringList TextWriter::keysOf(const Findings& findings, const std::vector<shown_key>& rows) const {
+    if (mEverything)
+        return {};
+    std::set<int> indices;
+    for (const shown_key& shown : rows) {
+        for (const domain::Pattern* pattern : shown.patterns) {
+            for (const int index : pattern->mSequence)
+                indices.insert(index);
+        }
+    }
+    QStringList keys;
+    for (const int index : indices)
+        keys += keyAt(findings, index);
+    return keys;
+}
+
 void TextWriter::writeTotals(const Findings& findings) {
     const Log& log = findings.log();
-    mOutput << fitted(printable(log.path), COLUMNS) << "\n"
+    const QString path = printable(log.path);
+    mOutput << (mEverything ? path : end_of(path, COLUMNS)) << "\n"
             << counted(log.recordings, "recording") << ", " << counted(log.events, "event") << ", "
             << counted(findings.keyCount(), "distinct key") << ", "
             << counted(findings.patternCount(), "pattern") << "\n";
 }
 
-void TextWriter::writeKey(const Findings& findings, const key_findings& key) {
-    mOutput << number(key.branch->maxPatternCount()) << number(key.branch->patternWeight())
-            << number(key.branch->patternSize()) << "  "
-            << fitted(printable(key.branch->mKey), COLUMNS - KEY_INDENT) << "\n";
-    const Patterns patterns = most_frequent_first(key.patterns);
-    const int all = static_cast<int>(patterns.size());
-    const int shown = mEverything ? all : std::min(all, MOST_PATTERNS);
-    for (int i = 0; i < shown; ++i)
-        writePattern(findings, *patterns[static_cast<std::size_t>(i)]);
-    if (shown < all)
-        mOutput << QString(PATTERN_INDENT, u' ') << ELLIPSIS << " "
-                << counted(all - shown, "more pattern") << "\n";
-}
-
-void TextWriter::writePattern(const Findings& findings, const domain::Pattern& pattern) {
-    mOutput << QString(NUMBER_COLUMNS, u' ') << number(pattern.mCount) << "  "
-            << sequenceText(findings, pattern, COLUMNS - PATTERN_INDENT) << "\n";
-}
-
-/// The end of a key tells it apart, so that is what stays when it is too long.
-QString TextWriter::fitted(const QString& text, int columns) const {
-    if (mEverything || text.size() <= columns)
-        return text;
-    QStringView end = QStringView(text).last(columns - 1);
-    if (end.front().isLowSurrogate())
-        end = end.sliced(1);
-    return ELLIPSIS % end;
+void TextWriter::writeKey(const Findings& findings, const shown_key& shown,
+                          const ShortKeys& shortKeys) {
+    const domain::Branch& branch = *shown.key->branch;
+    const QString key = printable(branch.mKey);
+    mOutput << number(branch.maxPatternCount()) << number(branch.patternWeight())
+            << number(branch.patternSize()) << "  "
+            << (mEverything ? key : shortKeys.longest(key, KEY_COLUMNS)) << "\n";
+    for (const domain::Pattern* pattern : shown.patterns)
+        mOutput << QString(NUMBER_COLUMNS, u' ') << number(pattern->mCount) << "  "
+                << sequenceText(findings, *pattern, shown, shortKeys) << "\n";
+    const std::size_t left = shown.key->patterns.size() - shown.patterns.size();
+    if (left > 0)
+        mOutput << QString(PATTERN_INDENT, u' ') << ELLIPSIS << " " << counted(left, "more pattern")
+                << "\n";
 }
 
 QString TextWriter::sequenceText(const Findings& findings, const domain::Pattern& pattern,
-                                 int columns) const {
+                                 const shown_key& shown, const ShortKeys& shortKeys) const {
     const int size = pattern.mSequence.size();
-    // Three keys are always shown: the anchor, where it goes, and what remains.
-    const int longestKey = columns / 3 - static_cast<int>(ARROW.size());
-    QString text;
-    for (int i = 0; i < size; ++i) {
-        const QString rest = ELLIPSIS % u" " % QString::number(size - i) % u" more";
-        const QString key = fitted(printable(findings.keyAt(pattern.mSequence[i])), longestKey);
-        const bool last = i + 1 == size;
-        const qsizetype needed = key.size() + (last ? 0 : ARROW.size() + rest.size());
-        if (!mEverything && text.size() + needed > columns)
-            return text % rest;
-        text += last ? key : key % ARROW;
+    if (mEverything || size < SEQUENCE_COLUMNS) {
+        QString whole = wholeText(findings, pattern);
+        if (mEverything || whole.size() <= SEQUENCE_COLUMNS)
+            return whole;
     }
-    return text;
+    const std::set<int> telling = tellingSteps(pattern, shown.patterns);
+    for (int keyColumns = MOST_KEY_COLUMNS;; --keyColumns) {
+        const auto keyOf = [&](int step) {
+            return shortKeys.shortest(keyAt(findings, pattern.mSequence[step]), keyColumns);
+        };
+        StepLine line(size, keyOf, SEQUENCE_COLUMNS);
+        if (line.show(telling) || keyColumns == LEAST_KEY_COLUMNS) {
+            line.fill();
+            return line.text();
+        }
+    }
 }
 
 } // namespace report

@@ -1,14 +1,18 @@
 #pragma once
 
+#include "report/reportshortkeys.h"
 #include "report/reportwriter.h"
 
 #include <QString>
+
+#include <vector>
 
 namespace report {
 
 /// A report to be read: the totals, then the keys that have patterns, highest rank first, each with
 /// its patterns, most frequent first. Lines keep within 100 characters and long lists are cut,
-/// saying how many rows are left out, unless everything is asked for.
+/// saying how much is left out, unless everything is asked for. What stays of a sequence tells it
+/// from the others of its key.
 class TextWriter : public Writer {
 public:
     TextWriter(Output& output, bool everything);
@@ -16,12 +20,18 @@ public:
     void write(const Findings& findings) override;
 
 private:
+    /// A key that is shown, and those of its patterns that are.
+    struct shown_key {
+        const key_findings* key;
+        Patterns patterns;
+    };
+
+    std::vector<shown_key> choose(const std::vector<const key_findings*>& ranked) const;
+    QStringList keysOf(const Findings& findings, const std::vector<shown_key>& rows) const;
     void writeTotals(const Findings& findings);
-    void writeKey(const Findings& findings, const key_findings& key);
-    void writePattern(const Findings& findings, const domain::Pattern& pattern);
-    QString fitted(const QString& text, int columns) const;
+    void writeKey(const Findings& findings, const shown_key& shown, const ShortKeys& shortKeys);
     QString sequenceText(const Findings& findings, const domain::Pattern& pattern,
-                         int columns) const;
+                         const shown_key& shown, const ShortKeys& shortKeys) const;
 
     const bool mEverything;
 };

@@ -177,6 +177,24 @@ TEST_F(Report, ReportsTheOthersWhenOneFileFails) {
     }
 }
 
+TEST_F(Report, TextTellsLongSequencesApart) {
+    QList<QByteArray> keys;
+    for (int round = 0; round < 4; ++round) {
+        for (int step = 0; step < 12; ++step)
+            keys += "an application:page:step " + QByteArray::number(step);
+        keys.insert(keys.size() - 4, "an application:row " + QByteArray::number(round) + ":cell");
+    }
+    for (int i = 0; i < 100; ++i)
+        keys += QByteArray::number(i); // a pattern is shorter than an eighth of its recording
+    write("a.json", downs(keys));
+    const std::string out = run("a.json").out;
+    std::string rows;
+    for (const char* row : {"0", "1", "2"})
+        rows += std::string("               0  …step 0 > …step 1 > … 6 more > …row ") + row +
+                ":cell > … 3 more > …step 11 > …step 0\n";
+    EXPECT_THAT(run("a.json").out, HasSubstr("3  an application:page:step 0\n" + rows));
+}
+
 /// A text as UTF-16, the low byte first, without a mark.
 QByteArray utf16(const QByteArray& text) {
     QByteArray bytes;
