@@ -33,7 +33,8 @@ QString formatNames() {
 
 void declare(QCommandLineParser& parser) {
     parser.setApplicationDescription(
-        QStringLiteral("Reports the event sequences that repeat in trace logs, or draws them."));
+        QStringLiteral("Reports the event sequences that repeat in trace logs, or draws them.\n"
+                       "Its manual, quillon-report(1), explains each column and field."));
     parser.addOptions({
         {{QStringLiteral("h"), HELP}, QStringLiteral("Print this help.")},
         {{QStringLiteral("v"), VERSION}, QStringLiteral("Print the version.")},
