@@ -130,7 +130,11 @@ void LeafView::dropEvent(QDropEvent* event) {
     const QList<QUrl> urls = event->mimeData()->urls();
     if (urls.isEmpty())
         return;
-    event->acceptProposedAction();
+    // The source deletes what it has moved; where it offers nothing else, it hears of no action.
+    event->setDropAction(Qt::CopyAction);
+    if (event->dropAction() != Qt::CopyAction)
+        event->setDropAction(Qt::IgnoreAction);
+    event->accept();
     Q_EMIT requestLoad(urls.first());
 }
 

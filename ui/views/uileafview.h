@@ -15,7 +15,7 @@ namespace ui {
 /// The large drawing area of the main window: leaves, patterns, and the rubber band that selects
 /// leaves. A leaf is caught when the band comes within three quarters of a leaf's radius of its
 /// centre, and so by a press near it; any mouse button will do. A file that is dropped here is
-/// passed on, and the drop accepted.
+/// passed on, and the drop accepted, as a copy even where a move is proposed.
 ///
 /// Holds no model of its own, only what makes painting it fast. Places of leaves are valid after
 /// the first paint.

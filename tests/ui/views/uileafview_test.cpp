@@ -409,8 +409,12 @@ TEST_F(LeafViewTest, DropAsksForItsFirstFile) {
 
     const struct {
         QList<QUrl> urls;
+        Qt::DropActions offered; // a move proposed, after which the source deletes its file
         int requests;
-    } rows[] = {{{first, other, other}, 1}, {{first}, 1}, {{}, 0}};
+        Qt::DropAction taken;
+    } rows[] = {{{first, other, other}, Qt::CopyAction | Qt::MoveAction, 1, Qt::CopyAction},
+                {{first}, Qt::MoveAction, 1, Qt::IgnoreAction},
+                {{}, Qt::CopyAction | Qt::MoveAction, 0, Qt::MoveAction}};
 
     for (const auto& row : rows) {
         QMimeData mime;
@@ -418,15 +422,18 @@ TEST_F(LeafViewTest, DropAsksForItsFirstFile) {
         if (!row.urls.isEmpty())
             mime.setUrls(row.urls);
         const QSignalSpy requests(&mView, &ui::LeafView::requestLoad);
-        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &mime, Qt::LeftButton, {});
-        QDropEvent drop({5, 5}, Qt::CopyAction, &mime, Qt::LeftButton, {});
-        enter.ignore();
-        drop.ignore();
+        QDragEnterEvent enter({5, 5}, row.offered, &mime, Qt::LeftButton, {});
+        QDropEvent drop({5, 5}, row.offered, &mime, Qt::LeftButton, {});
+        for (QDropEvent* event : {static_cast<QDropEvent*>(&enter), &drop}) {
+            event->setDropAction(Qt::MoveAction);
+            event->ignore();
+        }
         mView.dragEnterEvent(&enter);
         mView.dropEvent(&drop);
         EXPECT_EQ(requests.size(), row.requests);
         EXPECT_EQ(enter.isAccepted(), row.requests == 1);
         EXPECT_EQ(drop.isAccepted(), row.requests == 1);
+        EXPECT_EQ(drop.dropAction(), row.taken);
         EXPECT_EQ(requests.value(0).value(0).toUrl(), row.requests ? first : QUrl());
     }
     EXPECT_TRUE(mView.acceptDrops());
