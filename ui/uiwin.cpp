@@ -3,10 +3,12 @@
 #include "ui/leaves/uileafbuilder.h"
 #include "ui/leaves/uileaflayout.h"
 #include "ui/leaves/uileafrank.h"
+#include "ui/views/uibaraccessible.h"
 #include "ui/views/uileafbar.h"
 #include "ui/views/uileafview.h"
 #include "ui/views/uipatternbar.h"
 #include "ui/views/uiselectionview.h"
+#include "ui/views/uiviewaccessible.h"
 
 #include <QAction>
 #include <QApplication>
@@ -52,6 +54,8 @@ void dropStaleLock(const QSettings& settings) {
 Win::Win(QWidget* parent)
     : QMainWindow(parent)
     , mShared(nullptr) {
+    install_bar_accessible();
+    install_view_accessible();
     mLook.init(QFontMetrics(QApplication::font()));
     // The style sheets below make every background light, whatever the desktop's palette.
     QApplication::setPalette(mLook.palette());

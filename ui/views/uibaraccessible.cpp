@@ -8,13 +8,6 @@ namespace ui {
 
 namespace {
 
-int indexOf(const BarView& bar, const BarView::Zone& zone) {
-    int index = 0;
-    for (auto it = bar.zones().begin(); it.hasValue() && *it != &zone; ++it)
-        ++index;
-    return index;
-}
-
 /// One zone; the bar's interface, which owns it, answers for the bar.
 class ZoneAccessible : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
@@ -163,26 +156,6 @@ int BarAccessible::indexOfChild(const QAccessibleInterface* wanted) const {
 
 void install_bar_accessible() {
     QAccessible::installFactory(newBarAccessible);
-}
-
-void announce_label(BarView& bar, const BarView::Zone& zone) {
-    if (!QAccessible::isActive())
-        return;
-    QAccessibleEvent name(&bar, QAccessible::NameChanged);
-    name.setChild(indexOf(bar, zone));
-    QAccessible::updateAccessibility(&name);
-    QAccessibleEvent description(&bar, QAccessible::DescriptionChanged);
-    QAccessible::updateAccessibility(&description);
-}
-
-void announce_enabled(BarView& bar, const BarView::Zone& zone) {
-    if (!QAccessible::isActive())
-        return;
-    QAccessible::State changed;
-    changed.disabled = true;
-    QAccessibleStateChangeEvent event(&bar, changed);
-    event.setChild(indexOf(bar, zone));
-    QAccessible::updateAccessibility(&event);
 }
 
 } // namespace ui

@@ -35,11 +35,7 @@ private:
 };
 
 /// Makes Qt ask for a `BarAccessible` wherever it needs the interface of a bar. To be called before
-/// the first bar announces anything; once is enough, more does no harm.
+/// the first bar is made; once is enough, more does no harm.
 void install_bar_accessible();
-
-/// Tell those who listen that a zone's label, or whether it is enabled, has changed.
-void announce_label(BarView& bar, const BarView::Zone& zone);
-void announce_enabled(BarView& bar, const BarView::Zone& zone);
 
 } // namespace ui

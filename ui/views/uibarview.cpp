@@ -1,7 +1,7 @@
 #include "ui/views/uibarview.h"
 
 #include "ui/leaves/uilook.h"
-#include "ui/views/uibaraccessible.h"
+#include "ui/views/uiannounce.h"
 #include "ui/views/uizonebuilder.h"
 
 #include <QMouseEvent>
@@ -65,7 +65,6 @@ BarView::BarView(const Look& look, QWidget* parent)
     : QWidget(parent)
     , mLook(look)
     , mZones(FACTORY) {
-    install_bar_accessible();
     const float height =
         look.mMargin + (look.mVPadding + ((look.mMargin + look.mVPadding) + look.mFontHeight));
     setMaximumHeight(static_cast<int>(height));
@@ -104,7 +103,7 @@ void BarView::setEnabled(int id, bool enabled) {
         return;
     zone->mEnabled = enabled;
     update();
-    announce_enabled(*this, *zone);
+    announce_enabled(*this, positionOf(*zone));
 }
 
 void BarView::setLabel(int id, const QString& text) {
@@ -113,7 +112,7 @@ void BarView::setLabel(int id, const QString& text) {
         return;
     zone->mLabel = text;
     update();
-    announce_label(*this, *zone);
+    announce_label(*this, positionOf(*zone));
 }
 
 float BarView::preferredWidth(const Zone& zone) const {
@@ -169,6 +168,17 @@ void BarView::resizeEvent(QResizeEvent* /*event*/) {
 void BarView::selectionChanged(quint64 /*mask*/) {}
 
 void BarView::zonePressed(Zone& /*zone*/) {}
+
+/// From 0, in the order in which zones were added.
+int BarView::positionOf(const Zone& zone) const {
+    int position = 0;
+    for (const Zone* other : mZones) {
+        if (other == &zone)
+            break;
+        ++position;
+    }
+    return position;
+}
 
 /// Gives the zone its place between the cursors and moves the cursor of the edge it follows.
 void BarView::placeZone(Zone& zone, float& left, float& right) const {

@@ -111,6 +111,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    int positionOf(const Zone& zone) const;
     void placeZone(Zone& zone, float& left, float& right) const;
     void shiftRightZones(float shift);
 

@@ -2,7 +2,7 @@
 
 #include "ui/leaves/uilook.h"
 #include "ui/leaves/uishared.h"
-#include "ui/views/uiviewaccessible.h"
+#include "ui/views/uiannounce.h"
 
 #include <QBackingStore>
 #include <QDropEvent>
@@ -44,7 +44,6 @@ LeafView::LeafView(const Look& look, Shared& shared, QWidget* parent)
     , mLook(look)
     , mShared(shared)
     , mLeafPainter(look, shared) {
-    install_view_accessible();
     setAcceptDrops(true);
 }
 
@@ -63,7 +62,7 @@ void LeafView::onModelChanged() {
 
 void LeafView::selectionChanged(quint64 /*mask*/) {
     update();
-    announce_view(*this);
+    announce_description(*this);
 }
 
 /// What the press selects repaints, if it changes the selection; there is no band to be seen yet.

@@ -4,7 +4,7 @@
 #include "domain/domainpattern.h"
 #include "ui/leaves/uilook.h"
 #include "ui/leaves/uishared.h"
-#include "ui/views/uiviewaccessible.h"
+#include "ui/views/uiannounce.h"
 
 #include <QPainter>
 #include <QStringList>
@@ -24,9 +24,7 @@ SelectionView::SelectionView(const Look& look, Shared& shared, QWidget* parent)
     : QWidget(parent)
     , mLook(look)
     , mShared(shared)
-    , mTopGap(look.mVPadding) {
-    install_view_accessible();
-}
+    , mTopGap(look.mVPadding) {}
 
 QSize SelectionView::sizeHint() const {
     return {190, 0};
@@ -46,7 +44,7 @@ QString SelectionView::text() const {
 
 void SelectionView::selectionChanged(quint64 /*mask*/) {
     update();
-    announce_view(*this);
+    announce_description(*this);
 }
 
 void SelectionView::mousePressEvent(QMouseEvent* /*event*/) {}

@@ -46,13 +46,6 @@ QString describe_leaves(const Shared& shared) {
     return inFocus ? LeafView::tr("%1, in focus: %2").arg(counts, inFocus->mKey) : counts;
 }
 
-void announce_view(QWidget& view) {
-    if (!QAccessible::isActive())
-        return;
-    QAccessibleEvent event(&view, QAccessible::DescriptionChanged);
-    QAccessible::updateAccessibility(&event);
-}
-
 void install_view_accessible() {
     QAccessible::installFactory(newViewAccessible);
 }

@@ -25,11 +25,8 @@ private:
 /// How many leaves there are, how many of them are selected, and the key of the one in focus.
 QString describe_leaves(const Shared& shared);
 
-/// Tells those who listen that a view shows something else.
-void announce_view(QWidget& view);
-
 /// Makes Qt ask for a `ViewAccessible` wherever it needs the interface of one of the views. To be
-/// called before the first view announces anything; once is enough, more does no harm.
+/// called before the first view is made; once is enough, more does no harm.
 void install_view_accessible();
 
 } // namespace ui
