@@ -74,11 +74,13 @@ protected:
         QApplication::sendEvent(view, &event);
     }
 
-    /// The labels of both bars.
+    /// The labels of the bars that step.
     static std::string labels(const ui::Win& window) {
         std::string text;
-        for (ui::BarView* bar : window.findChildren<ui::BarView*>())
-            text += bar->zoneAt(ui::STEP_LABEL)->mLabel.toStdString() + "|";
+        for (ui::BarView* bar : window.findChildren<ui::BarView*>()) {
+            if (bar->zoneAt(ui::BAR_NXT))
+                text += bar->zoneAt(ui::STEP_LABEL)->mLabel.toStdString() + "|";
+        }
         return text;
     }
 

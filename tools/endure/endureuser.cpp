@@ -117,7 +117,8 @@ void User::step() {
     const auto bars = mWindow.findChildren<ui::BarView*>();
     ui::BarView* bar = bars[below(static_cast<int>(bars.size()), mRandom)];
     const int id = below(3, mRandom) == 0 ? ui::BAR_PRV : ui::BAR_NXT;
-    click(bar, bar->zoneAt(id)->mRect.center());
+    if (const ui::BarView::Zone* button = bar->zoneAt(id)) // a bar may have none
+        click(bar, button->mRect.center());
 }
 
 void User::selectByRank() {

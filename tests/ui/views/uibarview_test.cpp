@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <iterator>
 #include <new>
+#include <vector>
 
 namespace {
 
@@ -82,6 +83,17 @@ TEST(Clip, IsTheNearestIndex) {
 
     for (const auto& row : rows)
         EXPECT_EQ(clip(row.value, row.count), row.index) << row.value << " of " << row.count;
+}
+
+TEST(Zone, ClearedItKeepsItsStateAndPlace) {
+    const QRectF place(1, 2, 3, 4);
+    BarView::Zone zone{7, QStringLiteral("label"), 3, 2, 3, false, place, QStringLiteral("name")};
+    zone.clear();
+    EXPECT_FALSE(zone.mEnabled);
+    EXPECT_EQ(zone.mRect, place);
+    EXPECT_EQ(zone.mLabel + zone.mName, QString());
+    EXPECT_THAT((std::vector<int>{zone.mId, zone.mFlags, zone.mImage, zone.mDisabledImage}),
+                testing::ElementsAre(-1, 0, -1, -1));
 }
 
 TEST_F(BarViewTest, LabelStretchesToTheButtonsAtTheRightEnd) {

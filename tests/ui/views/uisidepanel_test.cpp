@@ -14,18 +14,20 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
-/// The bars and the selection view over four leaves: a with patterns of counts 0, 10 and 7, b with
-/// one of count 2, c with none, d with one that names a leaf that is not there.
+/// The bars and the selection view over four leaves: a with patterns of counts 0, 30 and 21, b with
+/// one of count 20, c with none, d with one that names a leaf that is not there.
 class Steps : public testing::Test {
 protected:
     Steps() {
         mLook.init(QFontMetrics(QApplication::font()));
-        addBranch({{{0, 1, 0}, 0}, {{0, 2, 0}, 10}, {{0, 2, 2, 0}, 7}});
-        addBranch({{{1, 0, 1}, 2}});
+        addBranch({{{0, 1, 0}, 0}, {{0, 2, 0}, 30}, {{0, 2, 2, 0}, 21}});
+        addBranch({{{1, 0, 1}, 20}});
         addBranch({});
-        addBranch({{{3, 99, 3}, 6}});
+        addBranch({{{3, 99, 3}, 18}});
         ui::LeafBuilder(mShared.mLeaves).from(mNest);
     }
 
@@ -94,11 +96,12 @@ TEST_F(Steps, LeafBarStopsAtTheEnds) {
     mShared.setPatternSelection(1);
     QSignalSpy changed(&mShared, &ui::Shared::onSelectionChanged);
     bar.zonePressed(*bar.zoneAt(ui::BAR_NXT)); // disabled, and at the end
-    bar.zonePressed(*bar.zoneAt(ui::STEP_LABEL));
     EXPECT_EQ(changed.count(), 0);
     bar.zonePressed(*bar.zoneAt(ui::BAR_PRV));
     EXPECT_EQ(shown(bar), "< 2/3 b >");
     EXPECT_EQ(mShared.patternSelection(), 0);
+    bar.zonePressed(*bar.zoneAt(ui::STEP_LABEL));
+    EXPECT_EQ(changed.count(), 1);
     bar.stepLeaf(-1);
     bar.stepLeaf(-1);
     EXPECT_EQ(shown(bar), "1/3 a >");
@@ -115,7 +118,7 @@ TEST_F(Steps, PatternBarTellsThePercentage) {
         const char* shown;
     } rows[] = {{0, 0, "1/3 pattern 0% >"},  {0, 1, "< 2/3 pattern 100% >"},
                 {0, 2, "< 3/3 pattern 70%"}, {0, 9, "< 3/3 pattern 70%"},
-                {1, 0, "pattern 20%"},       {2, 0, ""},
+                {1, 0, "pattern 66%"},       {2, 0, ""},
                 {3, 0, "pattern 60%"},       {7, 0, ""}};
 
     ui::PatternBar bar(mLook, mShared);
@@ -138,16 +141,6 @@ TEST_F(Steps, PatternBarGivesNoPercentageWhileNothingRepeats) {
     EXPECT_EQ(shown(bar), "pattern");
 }
 
-TEST_F(Steps, PatternBarRoundsThePercentageDown) {
-    mNest.clear();
-    addBranch({{{0, 1, 0}, 2}, {{0, 2, 0}, 3}});
-    ui::LeafBuilder(mShared.mLeaves).from(mNest);
-    ui::PatternBar bar(mLook, mShared);
-    connectTo(bar);
-    select(0, {0});
-    EXPECT_EQ(shown(bar), "1/2 pattern 66% >");
-}
-
 TEST_F(Steps, PatternBarStopsAtTheEnds) {
     ui::PatternBar bar(mLook, mShared);
     connectTo(bar);
@@ -157,9 +150,11 @@ TEST_F(Steps, PatternBarStopsAtTheEnds) {
     for (int i = 0; i < 5; ++i)
         bar.zonePressed(*bar.zoneAt(ui::BAR_NXT));
     EXPECT_EQ(mShared.patternSelection(), 2);
-    select(2, {2}); // no patterns
-    bar.stepPattern(1);
-    EXPECT_EQ(mShared.patternSelection(), 0);
+    for (const int few : {1, 2}) { // one pattern, and none
+        select(few, {few});
+        bar.stepPattern(1);
+        EXPECT_EQ(mShared.patternSelection(), 0);
+    }
 }
 
 TEST_F(Steps, BarsListenToTheirPartOfTheMask) {
@@ -212,6 +207,29 @@ TEST_F(Steps, SelectionViewListsTheKeysOfTheSelectedPattern) {
     EXPECT_EQ(rowsShown(), 3);
     select(7, {7});
     EXPECT_EQ(rowsShown(), 0);
+}
+
+/// With a font of 14 pixels, 11 of them above the baseline. The view ends within the third row.
+TEST_F(Steps, SelectionViewWritesOnBaselinesDownToItsEnd) {
+    mLook.mFontHeight = 14;
+    mLook.mFontAscent = 11;
+    mNest.branchAt(0)->mKey = mNest.branchAt(1)->mKey = QStringLiteral("H");
+    select(0, {0});
+    ui::SelectionView view(mLook, mShared, nullptr);
+    view.resize(60, 48);
+    QImage image(view.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    view.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
+    const auto isInked = [&image](int y) {
+        const auto* pixels = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        return std::any_of(pixels + 6, pixels + 30, [](QRgb pixel) { return qAlpha(pixel) > 100; });
+    };
+    std::vector<int> lowest; // row of pixels of each key
+    for (int y = 1; y < 48; ++y) {
+        if (isInked(y) && (y == 47 || !isInked(y + 1)))
+            lowest.push_back(y);
+    }
+    EXPECT_EQ(lowest, (std::vector<int>{16, 34, 47}));
 }
 
 } // namespace
