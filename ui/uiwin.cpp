@@ -64,6 +64,7 @@ Win::Win(QWidget* parent)
     setWindowTitle(tr("Quillon"));
     createMenuBar();
     setStyleSheet(QStringLiteral("background-color: rgb(255, 255, 255);"));
+    mLeafView->setFocus(); // the first Tab goes on to the leaf bar
     connect(&mLoadThread, &LoadThread::loadFinished, this, &Win::loadFinished);
     restoreLastFile();
 }

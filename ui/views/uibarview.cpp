@@ -4,6 +4,7 @@
 #include "ui/views/uiannounce.h"
 #include "ui/views/uizonebuilder.h"
 
+#include <QFocusEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTransform>
@@ -159,10 +160,19 @@ void BarView::paintEvent(QPaintEvent* /*event*/) {
         mLook.drawTopShadow(painter, rect());
     if (mFlags & BOTTOM_SHADOW)
         mLook.drawBottomShadow(painter, rect());
+    mKeyFocus.drawOn(painter, *this, mLook);
 }
 
 void BarView::resizeEvent(QResizeEvent* /*event*/) {
     mNeedsLayout = true;
+}
+
+void BarView::focusInEvent(QFocusEvent* event) {
+    mKeyFocus.follow(*this, *event);
+}
+
+void BarView::focusOutEvent(QFocusEvent* event) {
+    mKeyFocus.follow(*this, *event);
 }
 
 void BarView::selectionChanged(quint64 /*mask*/) {}

@@ -2,6 +2,7 @@
 
 #include "collections/clearingfactory.h"
 #include "collections/managedlist.h"
+#include "ui/views/uikeyfocus.h"
 
 #include <QRectF>
 #include <QString>
@@ -109,6 +110,8 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     int positionOf(const Zone& zone) const;
@@ -120,6 +123,7 @@ private:
     int mFlags = 0;
     bool mNeedsLayout = false;
     Zone* mPressed = nullptr; // under the last mouse press
+    KeyFocus mKeyFocus;
 };
 
 } // namespace ui

@@ -48,4 +48,11 @@ void LeafBar::zonePressed(Zone& zone) {
         stepLeaf(delta);
 }
 
+void LeafBar::keyPressEvent(QKeyEvent* event) {
+    if (const int delta = step_of(*event))
+        stepLeaf(delta);
+    else
+        BarView::keyPressEvent(event);
+}
+
 } // namespace ui

@@ -18,6 +18,9 @@ public:
     void selectionChanged(quint64 mask) override;
     void zonePressed(ui::BarView::Zone& zone) override;
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     Shared& mShared;
 };

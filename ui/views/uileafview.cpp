@@ -3,9 +3,11 @@
 #include "ui/leaves/uilook.h"
 #include "ui/leaves/uishared.h"
 #include "ui/views/uiannounce.h"
+#include "ui/views/uileafkeys.h"
 
 #include <QBackingStore>
 #include <QDropEvent>
+#include <QFocusEvent>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPaintEngine>
@@ -45,6 +47,7 @@ LeafView::LeafView(const Look& look, Shared& shared, QWidget* parent)
     , mShared(shared)
     , mLeafPainter(look, shared) {
     setAcceptDrops(true);
+    setFocusPolicy(Qt::StrongFocus);
 }
 
 QSize LeafView::sizeHint() const {
@@ -137,18 +140,37 @@ void LeafView::dropEvent(QDropEvent* event) {
     Q_EMIT requestLoad(urls.first());
 }
 
+void LeafView::keyPressEvent(QKeyEvent* event) {
+    placeLeaves();
+    if (!select_by_key(mShared, size(), CATCH * mLook.mLeafRadius, *event))
+        QWidget::keyPressEvent(event);
+}
+
+void LeafView::focusInEvent(QFocusEvent* event) {
+    mKeyFocus.follow(*this, *event);
+}
+
+void LeafView::focusOutEvent(QFocusEvent* event) {
+    mKeyFocus.follow(*this, *event);
+}
+
 void LeafView::layout(const QSize& size) {
     mNeedsLayout = false;
     mLeafPainter.placeLeaves(size);
 }
 
-void LeafView::paintOn(QPainter& painter, const QDeadlineTimer& until) {
+void LeafView::placeLeaves() {
     if (mNeedsLayout)
         layout(size());
+}
+
+void LeafView::paintOn(QPainter& painter, const QDeadlineTimer& until) {
+    placeLeaves();
     if (!mLeafPicture.drawOn(painter, size(), until))
         drawWithoutPicture(painter);
     if (mDragging)
         drawRubberBand(painter);
+    mKeyFocus.drawOn(painter, *this, mLook);
 }
 
 /// Where there is no memory for the strokes either, leaves alone.

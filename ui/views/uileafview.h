@@ -2,6 +2,7 @@
 
 #include "ui/picture/uileafpainter.h"
 #include "ui/picture/uileafpicture.h"
+#include "ui/views/uikeyfocus.h"
 
 #include <QBasicTimer>
 #include <QElapsedTimer>
@@ -16,6 +17,8 @@ namespace ui {
 /// leaves. A leaf is caught when the band comes within three quarters of a leaf's radius of its
 /// centre, and so by a press near it; any mouse button will do. A file that is dropped here is
 /// passed on, and the drop accepted, as a copy even where a move is proposed.
+///
+/// The keys are those of `select_by_key`.
 ///
 /// Holds no model of its own, only what makes painting it fast. Places of leaves are valid after
 /// the first paint.
@@ -56,9 +59,13 @@ protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     void layout(const QSize& size);
+    void placeLeaves();
     void paintOn(QPainter& painter, const QDeadlineTimer& until);
     void drawWithoutPicture(QPainter& painter);
     bool isOnScreen(const QPainter& painter) const;
@@ -78,6 +85,7 @@ private:
     QRect mSelectionBox;       // the rubber band
     QBasicTimer mContinue;     // to draw when other events have had their turn
     QElapsedTimer mSincePaint; // on the screen
+    KeyFocus mKeyFocus;
 };
 
 } // namespace ui

@@ -43,6 +43,13 @@ void PatternBar::zonePressed(Zone& zone) {
         stepPattern(delta);
 }
 
+void PatternBar::keyPressEvent(QKeyEvent* event) {
+    if (const int delta = step_of(*event))
+        stepPattern(delta);
+    else
+        BarView::keyPressEvent(event);
+}
+
 /// The end of the label; empty while no pattern was found twice. In single precision 7 of 10 are 70
 /// %, where the double nearest to 0.7 would give 69.
 QString PatternBar::percentage(const domain::Branch& branch, int pattern) const {

@@ -25,6 +25,9 @@ public:
     void selectionChanged(quint64 mask) override;
     void zonePressed(ui::BarView::Zone& zone) override;
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     QString percentage(const domain::Branch& branch, int pattern) const;
 

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QFontMetrics>
 #include <QImage>
+#include <QKeyEvent>
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
@@ -109,6 +110,39 @@ TEST_F(Steps, LeafBarStopsAtTheEnds) {
     select(7, {7, 1});
     bar.stepLeaf(1); // the leaf in focus is not there
     EXPECT_EQ(mShared.leafSelection().mPrimary, 7);
+}
+
+TEST_F(Steps, KeysStep) {
+    ui::LeafBar leafBar(mLook, mShared);
+    ui::PatternBar patternBar(mLook, mShared);
+    connectTo(leafBar);
+    connectTo(patternBar);
+    select(1, {0, 1, 2});
+
+    const struct {
+        ui::BarView* bar;
+        int key;
+        Qt::KeyboardModifiers modifiers;
+        const char* shown; // null: nothing, the key is left to others
+    } rows[] = {{&leafBar, Qt::Key_End, {}, "< 3/3 c"},
+                {&leafBar, Qt::Key_Left, {}, "< 2/3 b >"},
+                {&leafBar, Qt::Key_Home, {}, "1/3 a >"},
+                {&leafBar, Qt::Key_Up, {}, nullptr},
+                {&patternBar, Qt::Key_Right, {}, "< 2/3 pattern 100% >"},
+                {&patternBar, Qt::Key_Right, Qt::ControlModifier, nullptr},
+                {&patternBar, Qt::Key_Right, Qt::KeypadModifier, "< 3/3 pattern 70%"},
+                {&patternBar, Qt::Key_Right, {}, "< 3/3 pattern 70%"},
+                {&patternBar, Qt::Key_Home, {}, "1/3 pattern 0% >"},
+                {&patternBar, Qt::Key_End, {}, "< 3/3 pattern 70%"}};
+
+    for (const auto& row : rows) {
+        const std::string before = shown(*row.bar);
+        // As of a key that is held.
+        QKeyEvent event(QEvent::KeyPress, row.key, row.modifiers, QString(), true);
+        QCoreApplication::sendEvent(row.bar, &event);
+        EXPECT_EQ(shown(*row.bar), row.shown ? row.shown : before) << "row " << &row - rows;
+        EXPECT_EQ(event.isAccepted(), row.shown != nullptr) << "row " << &row - rows;
+    }
 }
 
 TEST_F(Steps, PatternBarTellsThePercentage) {
