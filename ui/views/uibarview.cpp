@@ -5,6 +5,8 @@
 #include "ui/views/uizonebuilder.h"
 
 #include <QFocusEvent>
+#include <QFontMetrics>
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTransform>
@@ -175,9 +177,31 @@ void BarView::focusOutEvent(QFocusEvent* event) {
     mKeyFocus.follow(*this, *event);
 }
 
+bool BarView::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return QWidget::event(event);
+    show_tool_tip(*static_cast<QHelpEvent*>(event), *this, tip());
+    return true;
+}
+
 void BarView::selectionChanged(quint64 /*mask*/) {}
 
 void BarView::zonePressed(Zone& /*zone*/) {}
+
+tool_tip BarView::tip() {
+    layout();
+    for (const Zone* zone : mZones) {
+        if (isCut(*zone))
+            return {{tip_text(zone->mLabel)}, rect()};
+    }
+    return {};
+}
+
+/// Whether the zone's label runs on beyond its place, under what stands there.
+bool BarView::isCut(const Zone& zone) const {
+    return !zone.mLabel.isEmpty() &&
+           fontMetrics().horizontalAdvance(tip_text(zone.mLabel)) > zone.mRect.width();
+}
 
 /// From 0, in the order in which zones were added.
 int BarView::positionOf(const Zone& zone) const {

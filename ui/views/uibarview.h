@@ -3,6 +3,7 @@
 #include "collections/clearingfactory.h"
 #include "collections/managedlist.h"
 #include "ui/views/uikeyfocus.h"
+#include "ui/views/uitooltip.h"
 
 #include <QRectF>
 #include <QString>
@@ -30,7 +31,8 @@ inline constexpr int BOTTOM_SHADOW = 2;
 int clip(int value, int count);
 
 /// A strip, one line high, of image buttons and text labels, its zones. A zone is clicked when the
-/// mouse goes down and up on it; subclasses say what follows.
+/// mouse goes down and up on it; subclasses say what follows. A label that is too long for its
+/// place is told by a tool tip.
 ///
 /// Zones are added once, by the subclass's constructor, and live as long as the bar. Zone
 /// rectangles are in widget coordinates and valid after `layout`, which runs with the first paint
@@ -112,8 +114,11 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
+    tool_tip tip();
+    bool isCut(const Zone& zone) const;
     int positionOf(const Zone& zone) const;
     void placeZone(Zone& zone, float& left, float& right) const;
     void shiftRightZones(float shift);

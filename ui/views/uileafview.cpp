@@ -8,6 +8,8 @@
 #include <QBackingStore>
 #include <QDropEvent>
 #include <QFocusEvent>
+#include <QHelpEvent>
+#include <QLineF>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPaintEngine>
@@ -24,6 +26,8 @@ namespace {
 
 constexpr float CATCH = 0.75F; // of a leaf's radius
 
+constexpr qsizetype TOLD_AT_ONCE = 5; // leaves of a tool tip
+
 // Of drawing what is missing, in milliseconds: in one event, in a paint, which on a dense screen
 // takes longer to show what there is than this, and altogether until that is shown.
 constexpr int SLICE = 10;
@@ -33,6 +37,11 @@ constexpr int UNTIL_SHOWN = 60;
 QRectF rectBetween(const QPointF& a, const QPointF& b) {
     return {std::fmin(a.x(), b.x()), std::fmin(a.y(), b.y()), std::fabs(b.x() - a.x()),
             std::fabs(b.y() - a.y())};
+}
+
+QString describe(const Leaf& leaf) {
+    const int patterns = leaf.mBranch ? leaf.mBranch->patternSize() : 0;
+    return LeafView::tr("%1, patterns: %2").arg(tip_text(leaf.mKey), QString::number(patterns));
 }
 
 bool hasUrls(const QDropEvent* event) {
@@ -154,6 +163,14 @@ void LeafView::focusOutEvent(QFocusEvent* event) {
     mKeyFocus.follow(*this, *event);
 }
 
+bool LeafView::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return QWidget::event(event);
+    auto& help = *static_cast<QHelpEvent*>(event);
+    show_tool_tip(help, *this, tipAt(help.pos()));
+    return true;
+}
+
 void LeafView::layout(const QSize& size) {
     mNeedsLayout = false;
     mLeafPainter.placeLeaves(size);
@@ -219,6 +236,26 @@ void LeafView::select(const QRectF& rect) {
             selection.mPrimary = index;
     }
     mShared.setLeafSelection(selection);
+}
+
+tool_tip LeafView::tipAt(const QPointF& place) {
+    placeLeaves();
+    QList<const Leaf*> there; // the topmost last
+    for (const Leaf* leaf : mShared.mLeaves) {
+        if (QLineF(leaf->mPos, place).length() <= mLook.mLeafRadius)
+            there.append(leaf);
+    }
+    if (there.isEmpty())
+        return {};
+    const float radius = mLook.mLeafRadius;
+    const QRectF topmost(there.last()->mPos, QSizeF(0, 0));
+    tool_tip tip{{}, topmost.adjusted(-radius, -radius, radius, radius).toAlignedRect()};
+    const qsizetype told = std::min(there.size(), TOLD_AT_ONCE);
+    for (qsizetype i = 1; i <= told; ++i)
+        tip.lines.append(describe(*there[there.size() - i]));
+    if (told < there.size())
+        tip.lines.append(tr("and %1 more").arg(there.size() - told));
+    return tip;
 }
 
 } // namespace ui

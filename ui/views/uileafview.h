@@ -3,6 +3,7 @@
 #include "ui/picture/uileafpainter.h"
 #include "ui/picture/uileafpicture.h"
 #include "ui/views/uikeyfocus.h"
+#include "ui/views/uitooltip.h"
 
 #include <QBasicTimer>
 #include <QElapsedTimer>
@@ -18,7 +19,8 @@ namespace ui {
 /// centre, and so by a press near it; any mouse button will do. A file that is dropped here is
 /// passed on, and the drop accepted, as a copy even where a move is proposed.
 ///
-/// The keys are those of `select_by_key`.
+/// The keys are those of `select_by_key`. A tool tip tells the keys of the leaves whose circles are
+/// under the mouse, topmost first, and how many patterns they have.
 ///
 /// Holds no model of its own, only what makes painting it fast. Places of leaves are valid after
 /// the first paint.
@@ -62,6 +64,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
     void layout(const QSize& size);
@@ -73,6 +76,7 @@ private:
     void getSelectionBox(QRect& box) const;
     void select();
     void select(const QRectF& rect);
+    tool_tip tipAt(const QPointF& place);
 
     const Look& mLook;
     Shared& mShared;

@@ -6,8 +6,11 @@
 #include "ui/leaves/uishared.h"
 #include "ui/views/uiannounce.h"
 
+#include <QHelpEvent>
 #include <QPainter>
 #include <QStringList>
+
+#include <cmath>
 
 namespace ui {
 
@@ -61,6 +64,27 @@ void SelectionView::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void SelectionView::resizeEvent(QResizeEvent* /*event*/) {}
+
+bool SelectionView::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return QWidget::event(event);
+    auto& help = *static_cast<QHelpEvent*>(event);
+    show_tool_tip(help, *this, tipAt(help.pos()));
+    return true;
+}
+
+/// A row's own gap below belongs to it.
+tool_tip SelectionView::tipAt(const QPoint& place) const {
+    const domain::Pattern* pattern = mShared.selectedPattern();
+    const float rowHeight = ROW_GAP + mLook.mFontHeight;
+    const float top = mLook.mMargin + mTopGap;
+    const float row = std::floor((static_cast<float>(place.y()) - top) / rowHeight);
+    if (!pattern || row < 0 || row >= static_cast<float>(pattern->mSequence.size()))
+        return {};
+    const QRectF area(0, top + row * rowHeight, width(), rowHeight);
+    const int index = pattern->mSequence[static_cast<int>(row)];
+    return {{tip_text(rowText(index))}, area.toAlignedRect()};
+}
 
 QString SelectionView::rowText(int index) const {
     const domain::Branch* branch = mShared.mLeaves.branchAt(index);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/views/uitooltip.h"
+
 #include <QString>
 #include <QWidget>
 
@@ -13,7 +15,7 @@ class Look;
 class Shared;
 
 /// The selected pattern as text: the keys of its events, a row each, from top to bottom. Rows below
-/// the widget's end are not shown. Takes no input.
+/// the widget's end are not shown. Takes no input; a tool tip tells the whole key of a row.
 class SelectionView : public QWidget {
     Q_OBJECT
 
@@ -36,8 +38,10 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
+    tool_tip tipAt(const QPoint& place) const;
     QString rowText(int index) const;
     void drawPatternTrace(QPainter& painter, const domain::Pattern& pattern);
 
