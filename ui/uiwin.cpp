@@ -79,7 +79,7 @@ void Win::loadFinished() {
         return;
     cache(mNest);
     mLeafView->onModelChanged();
-    refreshViews();
+    mShared.announceAll();
     update();
     QSettings().setValue(LAST_FILE_SZ, url);
 }
@@ -164,14 +164,6 @@ void Win::restoreLastFile() {
 void Win::cache(const domain::Nest& nest) {
     LeafBuilder(mShared.mLeaves).from(nest);
     LeafLayout(mShared.mLeaves).layout();
-}
-
-/// The selection is the same, but what it names is not.
-void Win::refreshViews() {
-    for (BarView* bar : findChildren<BarView*>())
-        bar->selectionChanged(LEAF_SEL | PATTERN_SEL);
-    mSelectionView->selectionChanged(LEAF_SEL | PATTERN_SEL);
-    mLeafView->selectionChanged(LEAF_SEL | PATTERN_SEL);
 }
 
 } // namespace ui

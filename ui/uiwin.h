@@ -42,7 +42,6 @@ private:
     void createMenuBar();
     void restoreLastFile();
     void cache(const domain::Nest& nest);
-    void refreshViews();
 
     Look mLook;
     domain::Nest mNest; ///< What the leaves point into; changed right before they are rebuilt.

@@ -22,7 +22,7 @@ void Shared::setLeafSelection(const LeafSelection& selection) {
     mLeafSelection = selection;
     mLeafSelection.freeze(); // every leaf asks whether it is selected each time it is drawn
     mPatternSelection = 0;
-    Q_EMIT onSelectionChanged(LEAF_SEL | PATTERN_SEL);
+    announceAll();
 }
 
 void Shared::setPatternSelection(int pattern) {
@@ -30,6 +30,10 @@ void Shared::setPatternSelection(int pattern) {
         return;
     mPatternSelection = pattern;
     Q_EMIT onSelectionChanged(PATTERN_SEL);
+}
+
+void Shared::announceAll() {
+    Q_EMIT onSelectionChanged(LEAF_SEL | PATTERN_SEL);
 }
 
 } // namespace ui

@@ -38,10 +38,14 @@ public:
     /// Announces the change; nothing for the pattern that is already selected.
     void setPatternSelection(int pattern);
 
+    /// Announces both: for whoever rebuilt the leaves, as the selection stays and what it names
+    /// does not.
+    void announceAll();
+
     LeafList mLeaves;
 
 Q_SIGNALS:
-    /// Sent after a change and before its setter returns; `mask` holds the `_SEL` bits.
+    /// Sent after a change and before its operation returns; `mask` holds the `_SEL` bits.
     void onSelectionChanged(quint64 mask);
 
 private:
