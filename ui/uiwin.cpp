@@ -3,6 +3,8 @@
 #include "ui/leaves/uileafbuilder.h"
 #include "ui/leaves/uileaflayout.h"
 #include "ui/leaves/uileafrank.h"
+#include "ui/uiappearance.h"
+#include "ui/uisettings.h"
 #include "ui/views/uibaraccessible.h"
 #include "ui/views/uileafbar.h"
 #include "ui/views/uileafview.h"
@@ -17,37 +19,16 @@
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QKeySequence>
-#include <QLockFile>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSettings>
 #include <QSplitter>
-#include <QVariant>
 
 namespace ui {
 
 namespace {
 
 const QString LAST_FILE_SZ = QStringLiteral("last-file");
-
-/// The window's white goes through to everything in its menus and dialogs; without these the chosen
-/// item, the frame of a menu and the handle of a scroll bar would be white too.
-const QString VISIBLE_PARTS =
-    QStringLiteral("QMenu { border: 1px solid palette(mid); }"
-                   "QMenu::item:selected, QComboBox::item:selected"
-                   "{ background-color: palette(highlight); color: palette(highlighted-text); }"
-                   "QScrollBar::handle { background-color: palette(mid); }");
-
-constexpr int SETTINGS_WRITTEN_WITHIN = 100; // milliseconds
-
-/// The toolkit locks the settings while it writes them. A program killed in that moment leaves its
-/// lock, and where it had not written its name into it yet, the next writer would wait for half a
-/// minute. A lock that is held stays.
-void dropStaleLock(const QSettings& settings) {
-    QLockFile lock(settings.fileName() + QStringLiteral(".lock"));
-    lock.setStaleLockTime(SETTINGS_WRITTEN_WITHIN);
-    lock.tryLock(3 * SETTINGS_WRITTEN_WITHIN);
-}
 
 } // namespace
 
@@ -57,13 +38,11 @@ Win::Win(QWidget* parent)
     install_bar_accessible();
     install_view_accessible();
     mLook.init(QFontMetrics(QApplication::font()));
-    // The style sheets below make every background light, whatever the desktop's palette.
-    QApplication::setPalette(mLook.palette());
-    qApp->setStyleSheet(VISIBLE_PARTS);
+    set_appearance(mLook);
     createViews();
     setWindowTitle(tr("Quillon"));
     createMenuBar();
-    setStyleSheet(QStringLiteral("background-color: rgb(255, 255, 255);"));
+    setStyleSheet(Look::windowSheet());
     mLeafView->setFocus(); // the first Tab goes on to the leaf bar
     connect(&mLoadThread, &LoadThread::loadFinished, this, &Win::loadFinished);
     restoreLastFile();
@@ -127,7 +106,7 @@ QWidget* Win::newSidePanel() {
     box->addWidget(patternBar);
     box->addWidget(mSelectionView);
     panel->setLayout(box);
-    panel->setStyleSheet(QStringLiteral("background-color: rgb(200, 200, 200);"));
+    panel->setStyleSheet(Look::panelSheet());
     panel->setAutoFillBackground(true);
     connect(&mShared, &Shared::onSelectionChanged, mSelectionView,
             &SelectionView::selectionChanged);
@@ -152,11 +131,7 @@ void Win::createMenuBar() {
 }
 
 void Win::restoreLastFile() {
-    QSettings settings;
-    const QUrl url = settings.value(LAST_FILE_SZ, QUrl()).toUrl();
-    dropStaleLock(settings);
-    settings.setValue(LAST_FILE_SZ, QUrl());
-    settings.sync(); // before the log can do harm
+    const QUrl url = take_url(LAST_FILE_SZ);
     if (!url.isEmpty())
         requestLoad(url);
 }

@@ -10,6 +10,7 @@
 #include <QComboBox>
 #include <QDropEvent>
 #include <QFile>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
@@ -97,15 +98,6 @@ protected:
 
     QTemporaryDir mDir;
 };
-
-TEST_F(WinTest, StartsEmptyWithoutALastFile) {
-    const ui::Win window(nullptr);
-    QTest::qWait(30);
-    EXPECT_EQ(window.windowTitle(), QStringLiteral("Quillon"));
-    EXPECT_EQ(window.styleSheet(), QStringLiteral("background-color: rgb(255, 255, 255);"));
-    EXPECT_TRUE(QSettings().contains(LAST_FILE));
-    EXPECT_EQ(lastFile(), QUrl());
-}
 
 TEST_F(WinTest, ForgetsTheLastFileUntilItIsLoadedAgain) {
     const QUrl log = write(QStringLiteral("a.json"), "aba");
@@ -281,6 +273,18 @@ TEST_F(WinTest, StaysReadableOnADarkDesktop) {
     for (int row = 0; row < 2; ++row)
         EXPECT_GT(read(items, box.view()->visualRect(box.model()->index(row, 0))), 100) << row;
     QApplication::setPalette(before);
+}
+
+TEST_F(WinTest, AddsToTheStyleSheetOfTheCommandLine) {
+    QFile sheet(mDir.filePath(QStringLiteral("sheet")));
+    ASSERT_TRUE(sheet.open(QIODevice::WriteOnly) && sheet.write("QLabel { min-width: 77px }"));
+    sheet.close();
+    qApp->setStyleSheet(QStringLiteral("file:///") + sheet.fileName()); // as the toolkit does
+    const ui::Win window(nullptr), other(nullptr);
+    QLabel label;
+    label.ensurePolished();
+    EXPECT_EQ(label.minimumWidth(), 77);
+    qApp->setStyleSheet({});
 }
 
 TEST_F(WinTest, ClosesInTheMiddleOfALongLoad) {

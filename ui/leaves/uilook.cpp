@@ -15,7 +15,15 @@ namespace {
 constexpr qreal DISABLED_OPACITY = 0.35;
 constexpr QColor BUTTON_FACE(239, 239, 239);
 constexpr QColor WINDOW_FACE(255, 255, 255);
+constexpr QColor PANEL_FACE(200, 200, 200);
 constexpr QColor FAINT_TEXT(120, 120, 120);
+
+QString background(const QColor& colour) {
+    return QStringLiteral("background-color: rgb(%1, %2, %3);")
+        .arg(colour.red())
+        .arg(colour.green())
+        .arg(colour.blue());
+}
 
 void setupBrush(QBrush& brush, const QColor& colour) {
     brush.setColor(colour);
@@ -102,6 +110,22 @@ QPalette Look::palette() const {
     light.setColor(QPalette::ToolTipBase, WINDOW_FACE);
     light.setColor(QPalette::ToolTipText, mText);
     return light;
+}
+
+QString Look::windowSheet() {
+    return background(WINDOW_FACE);
+}
+
+QString Look::panelSheet() {
+    return background(PANEL_FACE);
+}
+
+QString Look::applicationSheet() {
+    return QStringLiteral(
+        "QMenu { border: 1px solid palette(mid); }"
+        "QMenu::item:selected, QComboBox::item:selected"
+        "{ background-color: palette(highlight); color: palette(highlighted-text); }"
+        "QScrollBar::handle { background-color: palette(mid); }");
 }
 
 QColor Look::patternWeightedC(float weight) const {

@@ -12,7 +12,8 @@ class QRect;
 namespace ui {
 
 /// Everything the views draw with: colours, brushes, paddings, font metrics, button images and
-/// edge shadows. Lengths are device-independent pixels, alphas run from 0 to 255.
+/// edge shadows; and what the toolkit draws with, as palette and style sheets. Lengths are
+/// device-independent pixels, alphas run from 0 to 255.
 ///
 /// The window owns the one look and calls `init` before it makes any view; from then on nothing
 /// changes it and the views, which it outlives, only read. GUI thread only.
@@ -26,8 +27,19 @@ public:
     /// be loaded stays null, and its button takes no room. Always true.
     bool init(const QFontMetrics& metrics);
 
-    /// A palette that is readable on the light backgrounds of the window and its side panel.
+    /// A palette that is readable on the light backgrounds of the window and its side panel, which
+    /// are the same whatever palette the desktop has.
     QPalette palette() const;
+
+    /// Style sheets of the window and of its side panel. Their backgrounds go through to everything
+    /// in them.
+    static QString windowSheet();
+    static QString panelSheet();
+
+    /// A style sheet for the application, as the window's white goes through to its menus and
+    /// dialogs too: without it the chosen item, the frame of a menu and the handle of a scroll bar
+    /// would be white.
+    static QString applicationSheet();
 
     /// The fill of a leaf of pattern weight `weight`, in 0 to 1: the heavier, the more opaque.
     QColor patternWeightedC(float weight) const;
