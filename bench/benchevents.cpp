@@ -1,23 +1,22 @@
 #include "bench/benchevents.h"
 
+#include "tests/common/processortime.h"
+
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimerEvent>
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <ostream>
 
 namespace bench {
 
 namespace {
 
-/// Of this thread, in milliseconds.
-double processorTime() {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+/// Of this thread.
+double processorMilliseconds() {
+    return processor_time() * 1e3;
 }
 
 std::string column(const char* form, double value) {
@@ -38,7 +37,7 @@ void EventGaps::measure(const std::string& what, const std::function<bool()>& is
                         std::ostream& out) {
     mLongest = mLongestOfProcessor = 0;
     mCounts = {};
-    mProcessorAtTick = processorTime();
+    mProcessorAtTick = processorMilliseconds();
     mSinceTick.start();
     mTick.start(1, Qt::PreciseTimer, this);
     do
@@ -55,7 +54,7 @@ void EventGaps::timerEvent(QTimerEvent* /*event*/) {
 
 void EventGaps::record() {
     const double gap = static_cast<double>(mSinceTick.nsecsElapsed()) / 1e6;
-    const double now = processorTime();
+    const double now = processorMilliseconds();
     mLongest = std::max(mLongest, gap);
     mLongestOfProcessor = std::max(mLongestOfProcessor, now - mProcessorAtTick);
     ++mCounts.at(std::lower_bound(LIMITS.begin(), LIMITS.end(), gap) - LIMITS.begin());

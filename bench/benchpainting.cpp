@@ -3,6 +3,7 @@
 #include "bench/benchtrace.h"
 #include "domain/domaincyclebuilderiterative.h"
 #include "domain/domainnest.h"
+#include "tests/common/processortime.h"
 #include "ui/leaves/uileafbuilder.h"
 #include "ui/leaves/uileaflayout.h"
 #include "ui/leaves/uileafrank.h"
@@ -17,7 +18,6 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <ctime>
 #include <functional>
 #include <iomanip>
 #include <ostream>
@@ -34,16 +34,10 @@ constexpr int STEPS = 41;           // of a selection
 constexpr int REPETITIONS = 5;      // of a first picture
 constexpr int ONE_PATTERN_IN = 128; // is painted where painting all would take minutes
 
-double processorTime() {
-    timespec time{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
-}
-
 double secondsOf(const std::function<void()>& doIt) {
-    const double start = processorTime();
+    const double start = processor_time(CLOCK_PROCESS_CPUTIME_ID);
     doIt();
-    return processorTime() - start;
+    return processor_time(CLOCK_PROCESS_CPUTIME_ID) - start;
 }
 
 double median(std::vector<double> values) {

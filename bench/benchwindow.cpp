@@ -1,11 +1,9 @@
 #include "bench/benchwindow.h"
 
 #include "bench/benchevents.h"
-#include "ui/uiwin.h"
+#include "tests/common/windowdriver.h"
 #include "ui/views/uibarview.h"
-#include "ui/views/uileafview.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QMouseEvent>
 #include <QSettings>
@@ -105,10 +103,7 @@ public:
     }
 
     void selectByRank() {
-        for (QAction* action : mWindow.findChildren<QAction*>()) {
-            if (action->text() == QStringLiteral("By &Rank"))
-                QMetaObject::invokeMethod(action, "trigger", Qt::QueuedConnection);
-        }
+        QMetaObject::invokeMethod(driver::by_rank(mWindow), "trigger", Qt::QueuedConnection);
         untilQuiet("selected by rank");
     }
 

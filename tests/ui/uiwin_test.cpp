@@ -1,24 +1,20 @@
-#include "ui/uiwin.h"
+#include "tests/common/windowdriver.h"
 #include "ui/views/uibarview.h"
-#include "ui/views/uileafview.h"
 #include "ui/views/uiselectionview.h"
 #include "ui/views/uistepzones.h"
 
 #include <QAbstractItemView>
-#include <QAction>
-#include <QApplication>
 #include <QComboBox>
-#include <QDropEvent>
 #include <QFile>
+#include <QFileDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMimeData>
-#include <QMouseEvent>
 #include <QSettings>
 #include <QSplitter>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -54,46 +50,29 @@ protected:
         return QTest::qWaitFor([&] { return lastFile() == url; });
     }
 
-    static QAction* action(const ui::Win& window, const QString& text) {
-        for (QAction* action : window.findChildren<QAction*>()) {
-            if (action->text() == text)
-                return action;
-        }
-        return nullptr;
-    }
-
-    static void selectByRank(const ui::Win& window) {
-        action(window, QStringLiteral("By &Rank"))->trigger();
-    }
-
-    static void drop(ui::LeafView* view, const QUrl& url) {
-        QMimeData data;
-        data.setUrls({url});
-        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(view, &enter);
-        QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(view, &event);
+    static void drop(const ui::Win& window, const QUrl& log) {
+        QSettings().clear();
+        driver::drop(window, {log});
+        ASSERT_TRUE(becomesLastFile(log));
     }
 
     /// The labels of the bars that step.
     static std::string labels(const ui::Win& window) {
         std::string text;
         for (ui::BarView* bar : window.findChildren<ui::BarView*>()) {
-            if (bar->zoneAt(ui::BAR_NXT))
-                text += bar->zoneAt(ui::STEP_LABEL)->mLabel.toStdString() + "|";
+            if (const auto* label = bar->zoneAt(ui::STEP_LABEL))
+                text += label->mLabel.toStdString() + "|";
         }
         return text;
     }
 
     static void selectAll(ui::Win& window) {
         window.grab(); // a paint places the leaves
-        auto* view = window.findChild<ui::LeafView*>();
-        const QPoint end(view->width(), view->height());
-        QTest::mousePress(view, Qt::LeftButton, {}, QPoint(1, 1));
-        QMouseEvent move(QEvent::MouseMove, end, view->mapToGlobal(end), Qt::NoButton,
-                         Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(view, &move);
-        QTest::mouseRelease(view, Qt::LeftButton, {}, end);
+        auto& view = *window.findChild<ui::LeafView*>();
+        const QPointF end(view.width(), view.height());
+        driver::mouse(view, QEvent::MouseButtonPress, {1, 1});
+        driver::mouse(view, QEvent::MouseMove, end);
+        driver::mouse(view, QEvent::MouseButtonRelease, end);
     }
 
     QTemporaryDir mDir;
@@ -105,31 +84,44 @@ TEST_F(WinTest, ForgetsTheLastFileUntilItIsLoadedAgain) {
     ui::Win window(nullptr);
     EXPECT_EQ(lastFile(), QUrl());
     ASSERT_TRUE(becomesLastFile(log));
-    selectByRank(window);
+    driver::by_rank(window)->trigger();
     EXPECT_EQ(labels(window), "a|pattern|");
 }
 
-TEST_F(WinTest, AMissingLastFileStaysForgotten) {
-    QSettings().setValue(LAST_FILE, QUrl::fromLocalFile(mDir.filePath(QStringLiteral("none"))));
-    const ui::Win window(nullptr);
-    QTest::qWait(50);
-    EXPECT_EQ(lastFile(), QUrl());
+TEST_F(WinTest, ADroppedLogReplacesTheLastAndKeepsTheSelection) {
+    const QUrl log = write(QStringLiteral("b.json"), "c");
+    ui::Win window(nullptr), other(nullptr);
+    window.show();
+    other.show();
+    drop(window, write(QStringLiteral("a.json"), "abab"));
+    driver::by_rank(window)->trigger();
+    EXPECT_EQ(labels(window), "1/2 a|pattern|");
+    window.grab(); // the strokes are drawn
+    drop(window, log);
+    EXPECT_EQ(labels(window), "1/2 c||"); // the index of the leaf in focus names another key now
+    drop(other, log);
+    selectAll(window);
+    selectAll(other);
+    EXPECT_EQ(labels(window), "c||");
+    EXPECT_EQ(window.grab().toImage(), other.grab().toImage()) << "nothing remains of the first";
 }
 
-TEST_F(WinTest, ADroppedLogReplacesTheLastAndKeepsTheSelection) {
+TEST_F(WinTest, LoadsWhatTheDialogReturns) {
+    const QUrl log = write(QStringLiteral("a.json"), "a"), second = write(QStringLiteral("b"), "b");
     ui::Win window(nullptr);
-    window.show();
-    auto* view = window.findChild<ui::LeafView*>();
-    drop(view, write(QStringLiteral("a.json"), "abab"));
-    ASSERT_TRUE(becomesLastFile(QUrl::fromLocalFile(mDir.filePath(QStringLiteral("a.json")))));
-    selectByRank(window);
-    EXPECT_EQ(labels(window), "1/2 a|pattern|");
-    const QUrl second = write(QStringLiteral("b.json"), "c");
-    drop(view, second);
-    ASSERT_TRUE(becomesLastFile(second));
-    EXPECT_EQ(labels(window), "1/2 c||"); // the index of the leaf in focus names another key now
-    selectAll(window);
-    EXPECT_EQ(labels(window), "c||");
+    drop(window, log);
+    for (const char* answer : {"reject", "accept"}) {
+        QTimer::singleShot(0, [&] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            EXPECT_EQ(dialog->nameFilters(),
+                      QStringList(QStringLiteral("Log Files (*.txt *.json *.log)")));
+            dialog->selectFile(second.toLocalFile());
+            QMetaObject::invokeMethod(dialog, answer);
+        });
+        EXPECT_EQ(lastFile(), log);
+        driver::find_action(window, QStringLiteral("&Open"))->trigger();
+    }
+    EXPECT_TRUE(becomesLastFile(second));
 }
 
 TEST_F(WinTest, ASignalWithNothingToCollectKeepsTheLastFile) {
@@ -151,7 +143,7 @@ TEST_F(WinTest, ByRankClearsTheSelectionOfALogWithoutPatterns) {
     ASSERT_TRUE(becomesLastFile(log));
     selectAll(window);
     EXPECT_EQ(labels(window), "1/3 c||");
-    selectByRank(window);
+    driver::by_rank(window)->trigger();
     EXPECT_EQ(labels(window), "||");
 }
 
@@ -211,7 +203,7 @@ TEST_F(WinTest, ItsViewsHearOfASelectionOneAfterTheOther) {
     const QList<QWidget*> views{window.findChild<ui::SelectionView*>(), bars[0], bars[1],
                                 window.findChild<ui::LeafView*>()};
     PaintOrder order(views);
-    selectByRank(window);
+    driver::by_rank(window)->trigger();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateLater);
     for (QWidget* view : views)
         view->setAttribute(Qt::WA_WState_InPaintEvent, false);
@@ -224,11 +216,11 @@ TEST_F(WinTest, AnswersTheOpenKeyAndItsMenusHaveMnemonics) {
     for (const QAction* menu : window.menuBar()->actions())
         texts.append(menu->text());
     EXPECT_EQ(texts, (QStringList{QStringLiteral("&File"), QStringLiteral("&Select")}));
-    const QAction* open = action(window, QStringLiteral("&Open"));
+    const QAction* open = driver::find_action(window, QStringLiteral("&Open"));
     ASSERT_TRUE(open);
     EXPECT_EQ(open->shortcuts(), QKeySequence::keyBindings(QKeySequence::Open));
     EXPECT_EQ(open->statusTip(), QStringLiteral("Open a new log file"));
-    const QAction* byRank = action(window, QStringLiteral("By &Rank"));
+    const QAction* byRank = driver::by_rank(window);
     ASSERT_TRUE(byRank);
     EXPECT_TRUE(byRank->shortcuts().isEmpty());
     EXPECT_EQ(byRank->statusTip(), QStringLiteral("Select all based on highest rank"));

@@ -3,6 +3,7 @@
 // ten minutes or more, when memory still grows or an event once waited longer than a second.
 // usage: quillon-soak EXAMPLE [SECONDS [SEED]]
 
+#include "tests/common/processortime.h"
 #include "tools/endure/endureuser.h"
 #include "ui/uiwin.h"
 
@@ -16,7 +17,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <fstream>
 #include <numeric>
 #include <vector>
@@ -50,13 +50,6 @@ double residentMemory() {
     long resident = 0;
     std::ifstream("/proc/self/statm") >> size >> resident;
     return static_cast<double>(resident * sysconf(_SC_PAGESIZE)) / 1e6;
-}
-
-/// Milliseconds for which this thread has had a processor.
-qint64 processorTime() {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return qint64(time.tv_sec) * 1000 + time.tv_nsec / 1'000'000;
 }
 
 class Soak {
@@ -102,7 +95,7 @@ private:
 
     void beat() {
         const qint64 gap = mSinceBeat.restart();
-        const qint64 work = processorTime() - mWorkAtBeat;
+        const qint64 work = qRound64(processor_time() * 1e3) - mWorkAtBeat;
         mWorkAtBeat += work;
         mRowGap = std::max(mRowGap, gap);
         if (gap > mLongestGap) {

@@ -1,15 +1,9 @@
 #include "tools/endure/endureuser.h"
 
-#include "ui/uiwin.h"
+#include "tests/common/windowdriver.h"
 #include "ui/views/uibarview.h"
-#include "ui/views/uileafview.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QDropEvent>
 #include <QFileDialog>
-#include <QMimeData>
-#include <QMouseEvent>
 #include <QSplitter>
 
 namespace endure {
@@ -122,7 +116,7 @@ void User::step() {
 }
 
 void User::selectByRank() {
-    trigger(QStringLiteral("By &Rank"));
+    driver::by_rank(mWindow)->trigger();
 }
 
 void User::resize() {
@@ -143,7 +137,9 @@ void User::hideAndShow() {
 }
 
 void User::openDialog() {
-    trigger(QStringLiteral("&Open"));
+    // Later, as the dialog's loop of events would else be within the one that called.
+    QMetaObject::invokeMethod(driver::find_action(mWindow, QStringLiteral("&Open")), "trigger",
+                              Qt::QueuedConnection);
 }
 
 void User::answer(QWidget* dialog) {
@@ -157,31 +153,13 @@ void User::answer(QWidget* dialog) {
 }
 
 void User::drop(const QList<QUrl>& urls) {
-    QMimeData data;
-    data.setUrls(urls);
-    const QPointF place = anywhere(mLeafView);
-    QDragEnterEvent enter(place.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, {});
-    QApplication::sendEvent(mLeafView, &enter);
-    QDropEvent event(place, Qt::CopyAction, &data, Qt::LeftButton, {});
-    QApplication::sendEvent(mLeafView, &event);
-}
-
-/// Later, as the dialog's loop of events would else be within the one that called.
-void User::trigger(const QString& text) {
-    for (QAction* action : mWindow.findChildren<QAction*>()) {
-        if (action->text() == text)
-            QMetaObject::invokeMethod(action, "trigger", Qt::QueuedConnection);
-    }
+    driver::drop(mWindow, urls, anywhere(mLeafView));
 }
 
 void User::mouse(QWidget* widget, QEvent::Type type, const QPointF& place) {
-    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-    const Qt::MouseButtons held =
-        type == QEvent::MouseButtonRelease ? Qt::MouseButtons() : Qt::LeftButton;
-    QMouseEvent event(type, place, widget->mapToGlobal(place), button, held, Qt::NoModifier);
-    QApplication::sendEvent(widget, &event);
+    driver::mouse(*widget, type, place);
     if (widget == mLeafView)
-        mDrawsBand = held != Qt::NoButton;
+        mDrawsBand = type != QEvent::MouseButtonRelease;
 }
 
 void User::click(QWidget* widget, const QPointF& place) {

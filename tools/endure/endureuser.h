@@ -53,7 +53,6 @@ private:
     void answer(QWidget* dialog);
 
     void drop(const QList<QUrl>& urls);
-    void trigger(const QString& text);
     void mouse(QWidget* widget, QEvent::Type type, const QPointF& place);
     void click(QWidget* widget, const QPointF& place);
     QPointF anywhere(const QWidget* widget);
