@@ -10,6 +10,7 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <QSemaphore>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -141,6 +142,34 @@ TEST_F(FailingMemory, TheLoaderGoesOn) {
         ASSERT_TRUE(loader.load(log));
         ASSERT_TRUE(QTest::qWaitFor(comesWhole));
     }
+}
+
+/// A worker that stands still in its signal lets requests gather.
+TEST_F(FailingMemory, RequestsAreUsedAgain) {
+    const QUrl log = QUrl::fromLocalFile(mPath);
+    QSemaphore announced, goesOn;
+    ui::LoadThread loader;
+    const auto hold = [&] {
+        announced.release();
+        goesOn.acquire();
+    };
+    QObject::connect(&loader, &ui::LoadThread::loadFinished, &loader, hold, Qt::DirectConnection);
+    loader.load(log);
+    announced.acquire();
+    for (int i = 0; i < 3; ++i)
+        loader.load(log);
+    goesOn.release();
+    announced.acquire(); // two requests were passed over, two are results
+    domain::Nest nest;
+    QUrl url;
+    EXPECT_TRUE(loader.getOutput(nest, url));
+    int taken = 0;
+    failing_memory::begin(0, Failures::FromThenOn);
+    while (loader.load(log))
+        ++taken;
+    failing_memory::end();
+    goesOn.release(2);
+    EXPECT_EQ(taken, 4);
 }
 
 } // namespace

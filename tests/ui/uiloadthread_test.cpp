@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSemaphore>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -13,11 +14,10 @@ namespace {
 /// A folder with logs that name themselves: the log `name` holds one key, its name.
 class LoadThreadTest : public testing::Test {
 protected:
-    QUrl write(const QString& name, int recordings = 1) {
+    QUrl write(const QString& name) {
         QFile file(mDir.filePath(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        const QByteArray recording = "{\"down\":[0,\"" + name.toUtf8() + "\",1,1]},\n";
-        file.write("[" + recording.repeated(recordings) + "{}]");
+        file.write("{\"down\":[0,\"" + name.toUtf8() + "\",1,1]}");
         return QUrl::fromLocalFile(file.fileName());
     }
 
@@ -41,11 +41,6 @@ protected:
         return QTest::qWaitFor([&] { return mHeard >= nth; });
     }
 
-    /// Whether the log named `name` comes, within some seconds.
-    bool comes(ui::LoadThread& loader, const QString& name) {
-        return QTest::qWaitFor([&] { return collect(loader) == name; });
-    }
-
     QTemporaryDir mDir;
     domain::Nest mNest;
     QObject mListener;
@@ -65,17 +60,25 @@ TEST_F(LoadThreadTest, DeliversALogOnce) {
     EXPECT_EQ(mNest.size(), 1);
 }
 
-TEST_F(LoadThreadTest, ReadsOnlyTheNewestOfTheWaitingRequests) {
+/// The worker stands still in its signal, that is in a pass.
+TEST_F(LoadThreadTest, ReadsTheNewestOfTheRequestsThatCameDuringAPass) {
+    constexpr int LONGEST_WAIT = 5000; // milliseconds
+    QSemaphore announced, goesOn;
     ui::LoadThread loader;
-    listenTo(loader);
-    const QList<QUrl> logs{write(QStringLiteral("long"), 200000), write(QStringLiteral("b")),
-                           write(QStringLiteral("c")), write(QStringLiteral("d"))};
-    for (const QUrl& log : logs) // the first, unless superseded too, keeps the worker busy
-        loader.load(log);
-    ASSERT_TRUE(comes(loader, QStringLiteral("d")));
-    QTest::qWait(50);
-    EXPECT_GE(mHeard, 1);
-    EXPECT_LE(mHeard, 2); // b and c are never announced
+    const auto hold = [&] {
+        announced.release();
+        goesOn.acquire();
+    };
+    QObject::connect(&loader, &ui::LoadThread::loadFinished, &loader, hold, Qt::DirectConnection);
+    loader.load(write(QStringLiteral("a")));
+    ASSERT_TRUE(announced.tryAcquire(1, LONGEST_WAIT));
+    EXPECT_EQ(loader.priority(), QThread::LowPriority);
+    for (const QString& name : {QStringLiteral("b"), QStringLiteral("c"), QStringLiteral("d")})
+        loader.load(write(name));
+    goesOn.release(9);
+    EXPECT_TRUE(announced.tryAcquire(1, LONGEST_WAIT));
+    EXPECT_EQ(collect(loader), QStringLiteral("d"));
+    EXPECT_FALSE(announced.tryAcquire(1, 50)) << "b or c was read";
 }
 
 TEST_F(LoadThreadTest, DropsWhatItCannotOpenAndGoesOn) {
@@ -93,7 +96,9 @@ TEST_F(LoadThreadTest, DropsWhatItCannotOpenAndGoesOn) {
         EXPECT_EQ(mHeard, 0) << url.toString().toStdString();
     }
     loader.load(write(QStringLiteral("good")));
-    EXPECT_TRUE(comes(loader, QStringLiteral("good")));
+    ASSERT_TRUE(heard(1));
+    EXPECT_EQ(collect(loader), QStringLiteral("good"));
+    EXPECT_EQ(mHeard, 1);
 }
 
 TEST_F(LoadThreadTest, KeepsTheNewerOfTwoResultsNotCollected) {
