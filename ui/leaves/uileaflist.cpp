@@ -36,12 +36,11 @@ LeafList::LeafList()
 void LeafList::clear() {
     ManagedList::clear();
     mMenuCount = 0;
-    forgetIndex();
+    mByIndex.setSize(0);
 }
 
 void LeafList::add(const Leaf& leaf) {
     pushFront()->setTo(leaf);
-    forgetIndex();
     if (leaf.isMenu())
         ++mMenuCount;
 }
@@ -49,7 +48,7 @@ void LeafList::add(const Leaf& leaf) {
 Leaf* LeafList::leafAt(int index) const {
     if (index < 0)
         return nullptr;
-    if (!isIndexed())
+    if (mByIndex.size() != size())
         indexLeaves();
     Leaf* leaf = index < mByIndex.size() ? mByIndex[index] : nullptr;
     return leaf && leaf->mIndex == index ? leaf : walkTo(index);
@@ -58,10 +57,6 @@ Leaf* LeafList::leafAt(int index) const {
 const domain::Branch* LeafList::branchAt(int index) const {
     const Leaf* leaf = leafAt(index);
     return leaf ? leaf->mBranch : nullptr;
-}
-
-bool LeafList::isIndexed() const {
-    return getHead() == mIndexedHead && size() == mByIndex.size();
 }
 
 /// Without memory for the table every look-up walks.
@@ -76,7 +71,6 @@ void LeafList::indexLeaves() const {
         if (index >= 0 && index < mByIndex.size() && !mByIndex[index])
             mByIndex[index] = leaf;
     }
-    mIndexedHead = getHead();
 }
 
 Leaf* LeafList::walkTo(int index) const {

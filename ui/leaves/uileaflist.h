@@ -10,7 +10,8 @@ namespace ui {
 /// The leaves of the shown nest, from the one added last to the one added first; every walk over
 /// the leaves has that order. Owns its leaves and recycles them. Main thread only.
 ///
-/// Invariant: after the first look-up no change of a leaf's `mIndex` makes two leaves share one.
+/// Invariant: after the first look-up since the last `clear`, whoever changes a leaf's `mIndex` by
+/// hand gives it one that no other leaf has; else a look-up may find the other.
 class LeafList : public ManagedList<Leaf*> {
 public:
     class Factory : public ClearingFactory<Leaf> {
@@ -49,20 +50,22 @@ public:
     void print() const;
 
 private:
-    bool isIndexed() const;
+    // With these two lists of different leaves could be as long.
+    using ManagedList::moveFrontTo;
+    using ManagedList::moveTo;
+    using ManagedList::moveToRetired;
+    using ManagedList::moveWaitingTo;
+    using ManagedList::popFront;
+
     void indexLeaves() const;
-
-    void forgetIndex() { mIndexedHead = nullptr; }
-
     Leaf* walkTo(int index) const;
     int largest(int (domain::Branch::*measure)() const) const;
 
     int mMenuCount = 0;
 
-    // The leaves by index, as found at a look-up. Made anew once `add`, `clear`, another first
-    // element or another length tells of a change.
+    // The leaves by index, as found at a look-up; as long as the list was then. Emptied by `clear`,
+    // between two of which the list only grows.
     mutable RecycleArray<Leaf*> mByIndex{1, nullptr};
-    mutable const prvlist::_node<Leaf*>* mIndexedHead = nullptr;
 };
 
 } // namespace ui

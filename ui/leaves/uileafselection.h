@@ -10,7 +10,9 @@ class LeafSelection {
 public:
     LeafSelection() = default;
 
-    /// Copies primary and alternates; the copy is not frozen.
+    LeafSelection(const LeafSelection& other) { *this = other; }
+
+    /// Copies primary and alternates.
     LeafSelection& operator=(const LeafSelection& other);
 
     /// Same primary and the same alternates in the same order.
@@ -21,14 +23,17 @@ public:
     /// The position, from 0, of the primary among the alternates, -1 when it is not there.
     int primaryIndex() const;
 
-    /// Prepares for many calls of `hasAlternate`, which otherwise searches from end to end. From
-    /// now on the alternates may be changed by assigning another selection only.
-    void freeze();
-
     int mPrimary = -1;                         ///< The leaf in focus, -1 for none.
     RecycleArray<int> mAlternates{1, nullptr}; ///< All selected leaves, as they were selected.
 
 private:
+    friend class Shared; // which hands its selection out for reading only
+
+    /// Prepares for many calls of `hasAlternate`, which otherwise searches from end to end. From
+    /// now on the alternates may be changed by assigning another selection only. A copy is not
+    /// frozen.
+    void freeze();
+
     bool mFrozen = false;
     RecycleArray<int> mSorted{1, nullptr}; // the alternates, while frozen
 };

@@ -1,4 +1,4 @@
-#include "ui/leaves/uileafbuilder.h"
+#include "tests/common/scene.h"
 
 #include <gmock/gmock.h>
 
@@ -11,18 +11,6 @@ namespace {
 
 using testing::ElementsAre;
 
-void addBranch(domain::Nest& nest, int gesture, int patterns, int count) {
-    domain::Branch branch;
-    branch.mGesture = gesture;
-    domain::Pattern pattern;
-    pattern.mCount = count;
-    for (int i = 0; i < patterns; ++i) {
-        pattern.mSequence.add(i);
-        branch.addPattern(pattern);
-    }
-    nest.set(nest.size(), branch);
-}
-
 std::vector<ui::Leaf*> leavesOf(const ui::LeafList& list) {
     std::vector<ui::Leaf*> leaves;
     for (ui::Leaf* leaf : list)
@@ -31,27 +19,31 @@ std::vector<ui::Leaf*> leavesOf(const ui::LeafList& list) {
 }
 
 TEST(LeafBuilder, RebuildsFromTheSameLeavesLastBranchFirst) {
-    domain::Nest nest;
-    addBranch(nest, domain::GESTURE_MENU, 0, 0);
-    addBranch(nest, domain::GESTURE_DOWN, 1, 6);
-    addBranch(nest, domain::GESTURE_DOWN, 3, 3);
-    ui::LeafList leaves;
-    ui::LeafBuilder(leaves).from(nest);
+    model::Scene scene, smaller;
+    ui::LeafList& leaves = scene.mShared.mLeaves;
+    scene.add({}, domain::GESTURE_MENU);
+    scene.add({{{1}, 6}});
+    scene.add({{{0}, 3}, {{1}, 3}, {{2}, 3}});
+    scene.build();
     const std::vector<ui::Leaf*> old = leavesOf(leaves);
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(leaves.leafAt(i), leaves.at(2 - i));
-        EXPECT_EQ(leaves.branchAt(i), nest.branchAt(i));
+        EXPECT_EQ(leaves.branchAt(i), scene.mNest.branchAt(i));
+        EXPECT_EQ(leaves.leafAt(i)->mWeight, leaves.branchAt(i)->patternWeight());
+        leaves.leafAt(i)->mWeight = 99; // it is the branches that are asked
+        leaves.leafAt(i)->mPos = leaves.leafAt(i)->mNorm = QPointF(i, 7);
     }
     EXPECT_EQ(leaves.menuCount(), 1);
     EXPECT_EQ(leaves.maxPatternCount(), 6);
     EXPECT_EQ(leaves.maxPatternWeight(), 12);
 
-    domain::Nest smaller;
-    addBranch(smaller, domain::GESTURE_DOWN, 0, 0);
-    addBranch(smaller, domain::GESTURE_DOWN, 0, 0);
-    ui::LeafBuilder(leaves).from(smaller);
+    smaller.add();
+    smaller.add();
+    ui::LeafBuilder(leaves).from(smaller.mNest);
     EXPECT_THAT(leavesOf(leaves), ElementsAre(old[1], old[0]));
-    EXPECT_EQ(leaves.branchAt(0), smaller.branchAt(0));
+    EXPECT_EQ(old[0]->mPos, QPointF(2, 7)) << "until it is laid out";
+    EXPECT_EQ(old[0]->mNorm, QPointF(2, 7));
+    EXPECT_EQ(leaves.branchAt(0), smaller.mNest.branchAt(0));
     EXPECT_EQ(leaves.branchAt(2), nullptr);
     old[0]->mIndex = 9;
     EXPECT_EQ(leaves.leafAt(9), old[0]);
@@ -62,7 +54,7 @@ TEST(LeafBuilder, RebuildsFromTheSameLeavesLastBranchFirst) {
 TEST(LeafList, LookUpFindsWhatAWalkFinds) {
     constexpr int INDICES[] = {0, 1, 2, 3, 4, 5, 6, 40, -1, INT_MIN, INT_MAX};
     std::mt19937 random(7);
-    ui::LeafList list, other;
+    ui::LeafList list;
     ui::Leaf leaf;
     for (int step = 0; step < 5'000; ++step) {
         leaf.mIndex = INDICES[random() % std::size(INDICES)];
@@ -71,13 +63,7 @@ TEST(LeafList, LookUpFindsWhatAWalkFinds) {
             list.clear();
         else if (choice == 1)
             list.pushBack()->setTo(leaf);
-        else if (choice == 2)
-            other.moveTo(list);
-        else if (choice == 3)
-            list.moveFrontTo(other);
-        else if (choice < 7 && !list.isEmpty())
-            list.popFront();
-        if (choice > 3)
+        else
             list.add(leaf);
         const std::vector<ui::Leaf*> leaves = leavesOf(list);
         for (const int index : INDICES) {
@@ -116,13 +102,11 @@ TEST(LeafListFactory, OrdersLeavesByTopAndMenuLeavesBehindThemByKey) {
 
 TEST(LeafListDump, NamesEachLeafInListOrder) {
     static QStringList messages;
-    domain::Nest nest;
-    domain::Branch branch;
-    branch.mKey = QStringLiteral("a\\b");
-    branch.mBounds = QRectF(3, 4, 1, 1);
-    nest.set(0, branch);
     ui::LeafList leaves;
-    ui::LeafBuilder(leaves).from(nest);
+    ui::Leaf leaf;
+    leaf.mKey = QStringLiteral("a\\b");
+    leaf.mBounds = QRectF(3, 4, 1, 1);
+    leaves.add(leaf);
     const auto handler = qInstallMessageHandler(
         [](QtMsgType, const QMessageLogContext&, const QString& text) { messages.append(text); });
     leaves.print();

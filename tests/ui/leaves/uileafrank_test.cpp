@@ -1,4 +1,7 @@
+#include "tests/common/scene.h"
 #include "ui/leaves/uileafrank.h"
+
+#include <QSignalSpy>
 
 #include <gmock/gmock.h>
 
@@ -10,23 +13,24 @@ using testing::ElementsAre;
 
 /// The order of the leaves whose branches have a pattern of these counts; -1 for no pattern.
 std::vector<int> ranked(const std::vector<int>& counts) {
-    std::vector<domain::Branch> branches(counts.size());
-    ui::LeafList leaves;
-    leaves.add(ui::Leaf()); // has no branch
-    for (std::size_t i = 0; i < counts.size(); ++i) {
-        domain::Pattern pattern;
-        pattern.mCount = counts[i];
-        if (counts[i] >= 0)
-            branches[i].addPattern(pattern);
-        ui::Leaf leaf;
-        leaf.setTo(branches[i]);
-        leaf.mIndex = static_cast<int>(i);
-        leaves.add(leaf);
-    }
+    model::Scene scene;
+    for (const int count : counts)
+        scene.add(std::vector<model::counted>(count < 0 ? 0 : 1, {{}, count}));
+    scene.build();
+    ui::Shared& shared = scene.mShared;
+    shared.mLeaves.add(ui::Leaf()); // has no branch
     RecycleArray<int> order(1, nullptr);
     order.add(99);
-    ui::sort(leaves, ui::descendingRank, order);
-    return {order.data(), order.data() + order.size()};
+    ui::sort(shared.mLeaves, ui::descendingRank, order);
+
+    scene.select(0, {0});
+    const QSignalSpy changes(&shared, &ui::Shared::onSelectionChanged);
+    ui::select_by_rank(shared);
+    ui::select_by_rank(shared);
+    EXPECT_EQ(changes.size(), 1);
+    EXPECT_TRUE(shared.leafSelection().mAlternates == order);
+    EXPECT_EQ(shared.leafSelection().mPrimary, order.size() > 0 ? order[0] : -1);
+    return {order.begin(), order.end()};
 }
 
 TEST(LeafRank, HighestFirstAndLowestIndexAmongEquals) {
