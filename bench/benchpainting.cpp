@@ -176,7 +176,7 @@ private:
         QCoreApplication::sendEvent(&mView, &event);
     }
 
-    void paint(QPainter& painter, const domain::Pattern& pattern) {
+    void paint(QPainter& painter, const domain::Pattern& pattern) const {
         for (int i = 1; i < pattern.mSequence.size(); ++i) {
             const ui::Leaf* from = mShared.mLeaves.leafAt(pattern.mSequence[i - 1]);
             const ui::Leaf* to = mShared.mLeaves.leafAt(pattern.mSequence[i]);

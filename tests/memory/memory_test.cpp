@@ -144,9 +144,10 @@ TEST_F(FailingMemory, TheLoaderGoesOn) {
     }
 }
 
-/// A worker that stands still in its signal lets requests gather.
-TEST_F(FailingMemory, RequestsAreUsedAgain) {
-    const QUrl log = QUrl::fromLocalFile(mPath);
+/// The worker stands still in its signal, that is in a pass, while requests gather.
+TEST_F(FailingMemory, OfTheRequestsDuringAPassTheNewestIsReadAndAllAreUsedAgain) {
+    constexpr int LONGEST_WAIT = 5000; // milliseconds
+    QUrl log = QUrl::fromLocalFile(mPath);
     QSemaphore announced, goesOn;
     ui::LoadThread loader;
     const auto hold = [&] {
@@ -155,14 +156,18 @@ TEST_F(FailingMemory, RequestsAreUsedAgain) {
     };
     QObject::connect(&loader, &ui::LoadThread::loadFinished, &loader, hold, Qt::DirectConnection);
     loader.load(log);
-    announced.acquire();
-    for (int i = 0; i < 3; ++i)
+    ASSERT_TRUE(announced.tryAcquire(1, LONGEST_WAIT));
+    EXPECT_EQ(loader.priority(), QThread::LowPriority);
+    for (const QString& request : {QStringLiteral("b"), QStringLiteral("c"), QStringLiteral("d")}) {
+        log.setFragment(request);
         loader.load(log);
+    }
     goesOn.release();
-    announced.acquire(); // two requests were passed over, two are results
+    ASSERT_TRUE(announced.tryAcquire(1, LONGEST_WAIT));
     domain::Nest nest;
     QUrl url;
     EXPECT_TRUE(loader.getOutput(nest, url));
+    EXPECT_EQ(url, log);
     int taken = 0;
     failing_memory::begin(0, Failures::FromThenOn);
     while (loader.load(log))

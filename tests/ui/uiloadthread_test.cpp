@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QSemaphore>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -47,38 +46,19 @@ protected:
     int mHeard = 0;
 };
 
-TEST_F(LoadThreadTest, DeliversALogOnce) {
+TEST_F(LoadThreadTest, DeliversTheNewestLogOnce) {
     ui::LoadThread loader;
     listenTo(loader);
-    EXPECT_TRUE(loader.load(write(QStringLiteral("a"))));
+    EXPECT_TRUE(loader.load(write(QStringLiteral("older"))));
     ASSERT_TRUE(heard(1));
-    EXPECT_EQ(collect(loader), QStringLiteral("a"));
+    EXPECT_TRUE(loader.load(write(QStringLiteral("newer"))));
+    ASSERT_TRUE(heard(2));
+    EXPECT_EQ(collect(loader), QStringLiteral("newer"));
 
     QUrl untouched(QStringLiteral("x:y"));
     EXPECT_FALSE(loader.getOutput(mNest, untouched));
     EXPECT_EQ(untouched, QUrl(QStringLiteral("x:y")));
     EXPECT_EQ(mNest.size(), 1);
-}
-
-/// The worker stands still in its signal, that is in a pass.
-TEST_F(LoadThreadTest, ReadsTheNewestOfTheRequestsThatCameDuringAPass) {
-    constexpr int LONGEST_WAIT = 5000; // milliseconds
-    QSemaphore announced, goesOn;
-    ui::LoadThread loader;
-    const auto hold = [&] {
-        announced.release();
-        goesOn.acquire();
-    };
-    QObject::connect(&loader, &ui::LoadThread::loadFinished, &loader, hold, Qt::DirectConnection);
-    loader.load(write(QStringLiteral("a")));
-    ASSERT_TRUE(announced.tryAcquire(1, LONGEST_WAIT));
-    EXPECT_EQ(loader.priority(), QThread::LowPriority);
-    for (const QString& name : {QStringLiteral("b"), QStringLiteral("c"), QStringLiteral("d")})
-        loader.load(write(name));
-    goesOn.release(9);
-    EXPECT_TRUE(announced.tryAcquire(1, LONGEST_WAIT));
-    EXPECT_EQ(collect(loader), QStringLiteral("d"));
-    EXPECT_FALSE(announced.tryAcquire(1, 50)) << "b or c was read";
 }
 
 TEST_F(LoadThreadTest, DropsWhatItCannotOpenAndGoesOn) {
@@ -99,17 +79,6 @@ TEST_F(LoadThreadTest, DropsWhatItCannotOpenAndGoesOn) {
     ASSERT_TRUE(heard(1));
     EXPECT_EQ(collect(loader), QStringLiteral("good"));
     EXPECT_EQ(mHeard, 1);
-}
-
-TEST_F(LoadThreadTest, KeepsTheNewerOfTwoResultsNotCollected) {
-    ui::LoadThread loader;
-    listenTo(loader);
-    loader.load(write(QStringLiteral("older")));
-    ASSERT_TRUE(heard(1));
-    loader.load(write(QStringLiteral("newer")));
-    ASSERT_TRUE(heard(2));
-    EXPECT_EQ(collect(loader), QStringLiteral("newer"));
-    EXPECT_EQ(collect(loader), QString());
 }
 
 TEST_F(LoadThreadTest, MergesIntoACopyOfANest) {

@@ -35,6 +35,7 @@ QPointF normIn(const QRectF& extent, const QRectF& bounds) {
     return {withinOrMiddle(x), withinOrMiddle(y)};
 }
 
+/// Without the branch GCC 12 places both axes at once and forgets that sizes are single precision.
 qreal along(qreal start, float size, qreal fraction) {
     const qreal position = size * fraction + start;
     return std::isfinite(position) ? position : size * MIDDLE + start;

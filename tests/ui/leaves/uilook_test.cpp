@@ -15,15 +15,6 @@ ui::Look initializedLook() {
     return look;
 }
 
-TEST(Look, PatternWeightRaisesTheAlphaOnly) {
-    const ui::Look look;
-    for (const float weight : {0.0F, 0.5F, 1.0F}) {
-        const QColor colour = look.patternWeightedC(weight);
-        EXPECT_NEAR(colour.alphaF(), 0.5F + weight / 4, 1e-4F);
-        EXPECT_EQ(colour.rgb(), QColor(Qt::black).rgb());
-    }
-}
-
 TEST(Look, ButtonImagesFillTheFontHeightWithPixelsOfTheScreen) {
     const ui::Look look = initializedLook();
     const int height = QFontMetrics(QApplication::font()).height();
