@@ -83,10 +83,9 @@ void CycleBuilderIterative::walk(int distance) {
 /// A pass over the starts; those that cannot begin a longer cycle leave the list.
 void CycleBuilderIterative::visitStarts(int distance) {
     int kept = 0;
-    for (int k = 0; k < mStarts.size(); ++k) {
+    for (const Start start : mStarts) {
         // A cycle found in this pass opens the way for positions before it only, and for the next
         // pass: `last` still holds for those behind it.
-        const Start start = mStarts[k];
         const int j = start.position + distance;
         if (j >= mStepCount)
             break;

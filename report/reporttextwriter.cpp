@@ -22,7 +22,7 @@ constexpr int SEQUENCE_COLUMNS = COLUMNS - PATTERN_INDENT;
 constexpr int MOST_KEY_COLUMNS = 24;
 constexpr int LEAST_KEY_COLUMNS = 11;
 
-const QString ELLIPSIS = QStringLiteral("…");
+const QString LEFT_OUT = QStringLiteral("…");
 
 QString number(int value) {
     return QString::number(value).rightJustified(NUMBER_COLUMNS);
@@ -87,7 +87,7 @@ void TextWriter::write(const Findings& findings) {
     for (const shown_key& shown : rows)
         writeKey(findings, shown, shortKeys);
     if (rows.size() < ranked.size())
-        mOutput << ELLIPSIS << " " << counted(ranked.size() - rows.size(), "more key")
+        mOutput << LEFT_OUT << " " << counted(ranked.size() - rows.size(), "more key")
                 << " with patterns (--all prints them)\n";
     mOutput << "\n";
 }
@@ -143,7 +143,7 @@ void TextWriter::writeKey(const Findings& findings, const shown_key& shown,
                 << sequenceText(findings, *pattern, shown, shortKeys) << "\n";
     const std::size_t left = shown.key->patterns.size() - shown.patterns.size();
     if (left > 0)
-        mOutput << QString(PATTERN_INDENT, u' ') << ELLIPSIS << " " << counted(left, "more pattern")
+        mOutput << QString(PATTERN_INDENT, u' ') << LEFT_OUT << " " << counted(left, "more pattern")
                 << "\n";
 }
 

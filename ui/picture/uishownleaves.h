@@ -37,9 +37,9 @@ private:
     enum class Look : char { PLAIN, SELECTED, IN_FOCUS };
 
     struct shown {
-        const Leaf* leaf;
+        const Leaf* leaf = nullptr;
         QPointF place;
-        Look look;
+        Look look = Look::PLAIN;
     };
 
     static Look lookOf(const Leaf& leaf, const LeafSelection& selection);
