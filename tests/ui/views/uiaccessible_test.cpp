@@ -1,7 +1,4 @@
-#include "tests/common/describe.h"
-#include "ui/leaves/uileafbuilder.h"
-#include "ui/leaves/uilook.h"
-#include "ui/leaves/uishared.h"
+#include "tests/common/scene.h"
 #include "ui/views/uibaraccessible.h"
 #include "ui/views/uileafbar.h"
 #include "ui/views/uileafview.h"
@@ -10,8 +7,6 @@
 #include "ui/views/uiviewaccessible.h"
 
 #include <QAccessible>
-#include <QApplication>
-#include <QFontMetrics>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -24,7 +19,7 @@ namespace {
 using testing::ElementsAre;
 
 /// The bars and views over two leaves: a, with two patterns, and b, with none.
-class Accessible : public testing::Test {
+class Accessible : public testing::Test, protected model::Scene {
 protected:
     static void SetUpTestSuite() {
         ui::install_bar_accessible();
@@ -32,19 +27,9 @@ protected:
     }
 
     Accessible() {
-        mLook.init(QFontMetrics(QApplication::font()));
-        domain::Branch branch;
-        domain::Pattern pattern;
-        model::fill(branch, QStringLiteral("a"));
-        model::fill(pattern, {0, 1, 0}, 3);
-        branch.addPattern(pattern);
-        model::fill(pattern, {0, 7, 0}, 1);
-        branch.addPattern(pattern);
-        mNest.set(0, branch);
-        branch.clear();
-        model::fill(branch, QStringLiteral("b"));
-        mNest.set(1, branch);
-        ui::LeafBuilder(mShared.mLeaves).from(mNest);
+        add({{{0, 1, 0}, 3}, {{0, 7, 0}, 1}});
+        add();
+        build();
         for (ui::BarView* bar : std::initializer_list<ui::BarView*>{&mLeafBar, &mPatternBar}) {
             QObject::connect(&mShared, &ui::Shared::onSelectionChanged, bar,
                              &ui::BarView::selectionChanged);
@@ -52,14 +37,6 @@ protected:
             bar->show();
         }
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&mPatternBar));
-    }
-
-    void select(const std::vector<int>& leaves) {
-        ui::LeafSelection selection;
-        selection.mPrimary = leaves.front();
-        for (const int leaf : leaves)
-            selection.mAlternates.add(leaf);
-        mShared.setLeafSelection(selection);
     }
 
     static std::string text(QWidget& widget, QAccessible::Text kind) {
@@ -85,9 +62,6 @@ protected:
             QAccessibleActionInterface::pressAction());
     }
 
-    ui::Look mLook;
-    domain::Nest mNest;
-    ui::Shared mShared{nullptr};
     ui::LeafBar mLeafBar{mLook, mShared};
     ui::PatternBar mPatternBar{mLook, mShared};
 };
@@ -97,7 +71,7 @@ TEST_F(Accessible, BarsTellTheirLabelsAndButtons) {
     EXPECT_EQ(text(mPatternBar, QAccessible::Name), "Selected pattern");
     EXPECT_EQ(text(mPatternBar, QAccessible::Description), "");
     EXPECT_THAT(children(mPatternBar), ElementsAre("\"\"", "[Previous pattern]", "[Next pattern]"));
-    select({0, 1});
+    select(0, {0, 1});
     EXPECT_EQ(text(mPatternBar, QAccessible::Description), "1/2 pattern 100%");
     EXPECT_THAT(children(mPatternBar),
                 ElementsAre("\"1/2 pattern 100%\"", "[Previous pattern]", "Next pattern"));
@@ -105,7 +79,7 @@ TEST_F(Accessible, BarsTellTheirLabelsAndButtons) {
 }
 
 TEST_F(Accessible, OnlyEnabledButtonsCanBePressed) {
-    select({0, 1});
+    select(0, {0, 1});
     press(mPatternBar, 2);
     EXPECT_EQ(mShared.patternSelection(), 1);
     mPatternBar.setEnabled(ui::BAR_PRV, false); // it would still lead somewhere
@@ -143,7 +117,7 @@ TEST_F(Accessible, ViewsTellWhatTheyShow) {
     EXPECT_EQ(text(leaves, QAccessible::Description), "leaves: 2, selected: 0");
     EXPECT_EQ(text(keys, QAccessible::Name), "Keys of the selected pattern");
     EXPECT_EQ(text(keys, QAccessible::Description), "");
-    select({0, 1});
+    select(0, {0, 1});
     mShared.setPatternSelection(1);
     EXPECT_EQ(text(leaves, QAccessible::Description), "leaves: 2, selected: 2, in focus: a");
     EXPECT_EQ(text(keys, QAccessible::Description), "a\n?\na");

@@ -1,7 +1,5 @@
 #include "fuzz/plain/plainleafview.h"
-#include "ui/leaves/uileafbuilder.h"
-#include "ui/leaves/uilook.h"
-#include "ui/leaves/uishared.h"
+#include "tests/common/scene.h"
 #include "ui/picture/uileafpainter.h"
 #include "ui/picture/uileafpicture.h"
 #include "ui/views/uileafview.h"
@@ -38,7 +36,7 @@ public:
     QRegion mPainted;
 };
 
-class LeafViewTest : public testing::Test {
+class LeafViewTest : public testing::Test, protected model::Scene {
 protected:
     LeafViewTest() {
         QObject::connect(&mShared, &ui::Shared::onSelectionChanged, &mView,
@@ -48,32 +46,18 @@ protected:
 
     /// Adds a branch at a place in the log.
     void add(int gesture, const QPointF& place, const std::vector<Sequence>& patterns = {}) {
-        domain::Branch branch;
-        branch.mKey = QString::number(mNest.size());
-        branch.mGesture = gesture;
-        branch.mBounds = QRectF(place, QSizeF(1, 1));
-        for (const Sequence& sequence : patterns) {
-            domain::Pattern pattern;
-            for (const int index : sequence)
-                pattern.mSequence.add(index);
-            branch.addPattern(pattern);
-        }
-        ASSERT_TRUE(mNest.set(mNest.size(), branch));
+        std::vector<model::counted> counted;
+        for (const Sequence& sequence : patterns)
+            counted.push_back({sequence});
+        Scene::add(counted, gesture, place);
     }
 
     void build() {
-        ui::LeafBuilder(mShared.mLeaves).from(mNest);
-        ui::LeafLayout(mShared.mLeaves).layout();
+        Scene::build();
         mView.onModelChanged();
     }
 
-    void select(int primary, int pattern) {
-        ui::LeafSelection selection;
-        selection.mPrimary = primary;
-        selection.mAlternates.add(primary);
-        mShared.setLeafSelection(selection);
-        mShared.setPatternSelection(pattern);
-    }
+    void select(int primary, int pattern) { Scene::select(primary, {primary}, pattern); }
 
     /// What `draw` draws on a picture of the view's size and offset.
     template <typename Draw>
@@ -109,9 +93,6 @@ protected:
         return {alternates.data(), alternates.data() + alternates.size()};
     }
 
-    const ui::Look mLook;
-    domain::Nest mNest;
-    ui::Shared mShared{nullptr};
     View mView{mLook, mShared, nullptr};
     QColor mGround = Qt::transparent; ///< Of pictures.
     QPoint mOffset; ///< Of the view in pictures, as of a view beside another in a window.

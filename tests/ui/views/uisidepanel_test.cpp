@@ -1,14 +1,9 @@
-#include "tests/common/describe.h"
-#include "ui/leaves/uileafbuilder.h"
-#include "ui/leaves/uilook.h"
-#include "ui/leaves/uishared.h"
+#include "tests/common/scene.h"
 #include "ui/views/uileafbar.h"
 #include "ui/views/uipatternbar.h"
 #include "ui/views/uiselectionview.h"
 #include "ui/views/uistepzones.h"
 
-#include <QApplication>
-#include <QFontMetrics>
 #include <QImage>
 #include <QKeyEvent>
 #include <QSignalSpy>
@@ -21,34 +16,14 @@ namespace {
 
 /// The bars and the selection view over four leaves: a with patterns of counts 0, 30 and 21, b with
 /// one of count 20, c with none, d with one that names a leaf that is not there.
-class Steps : public testing::Test {
+class Steps : public testing::Test, protected model::Scene {
 protected:
     Steps() {
-        mLook.init(QFontMetrics(QApplication::font()));
-        addBranch({{{0, 1, 0}, 0}, {{0, 2, 0}, 30}, {{0, 2, 2, 0}, 21}});
-        addBranch({{{1, 0, 1}, 20}});
-        addBranch({});
-        addBranch({{{3, 99, 3}, 18}});
-        ui::LeafBuilder(mShared.mLeaves).from(mNest);
-    }
-
-    void addBranch(const std::vector<std::pair<std::vector<int>, int>>& patterns) {
-        domain::Branch branch;
-        model::fill(branch, QString(QChar(u'a' + mNest.size())));
-        domain::Pattern pattern;
-        for (const auto& [sequence, count] : patterns) {
-            model::fill(pattern, sequence, count);
-            branch.addPattern(pattern);
-        }
-        mNest.set(mNest.size(), branch);
-    }
-
-    void select(int primary, const std::vector<int>& alternates) {
-        ui::LeafSelection selection;
-        selection.mPrimary = primary;
-        for (const int index : alternates)
-            selection.mAlternates.add(index);
-        mShared.setLeafSelection(selection);
+        add({{{0, 1, 0}, 0}, {{0, 2, 0}, 30}, {{0, 2, 2, 0}, 21}});
+        add({{{1, 0, 1}, 20}});
+        add();
+        add({{{3, 99, 3}, 18}});
+        build();
     }
 
     /// As in "< 2/3 b >": the label between the buttons that are enabled.
@@ -62,10 +37,6 @@ protected:
         QObject::connect(&mShared, &ui::Shared::onSelectionChanged, &bar,
                          &ui::BarView::selectionChanged);
     }
-
-    ui::Look mLook;
-    domain::Nest mNest;
-    ui::Shared mShared{nullptr};
 };
 
 TEST_F(Steps, LeafBarNamesTheLeafInFocus) {
@@ -167,7 +138,7 @@ TEST_F(Steps, PatternBarTellsThePercentage) {
 
 TEST_F(Steps, PatternBarGivesNoPercentageWhileNothingRepeats) {
     mNest.clear();
-    addBranch({{{0, 1, 0}, 0}});
+    add({{{0, 1, 0}, 0}});
     ui::LeafBuilder(mShared.mLeaves).from(mNest);
     ui::PatternBar bar(mLook, mShared);
     connectTo(bar);
