@@ -1,0 +1,61 @@
+#pragma once
+
+#include "import/importbytes.h"
+#include "import/importrows.h"
+
+#include <string_view>
+#include <vector>
+
+namespace import {
+
+/// The rows of a table whose columns stand apart by a comma, semicolon, tab or bar, whichever its
+/// first line has most of; its first row names the columns. Cells may stand in double quotes, where
+/// two are one, and hold line breaks there (RFC 4180). Blank lines are passed over.
+class CsvRows : public Rows {
+public:
+    /// `bytes` is not owned and outlives the rows.
+    explicit CsvRows(Bytes& bytes)
+        : mBytes(bytes) {}
+
+    QString choose(const std::vector<QString>& columns) override;
+    Next next() override;
+
+    std::vector<QString> columns() const override { return mColumns; }
+
+    QString fault() const override { return mBytes.fault(); }
+
+private:
+    struct span {
+        std::size_t from = 0;
+        std::size_t to = 0;
+        bool isQuoted = false;
+        bool hasPairs = false; ///< Of quotes, which are one each.
+    };
+
+    enum class At { CellStart, Plain, Quoted, QuoteInQuoted };
+
+    void tellSeparator();
+    Next nextRow();
+    void beginRow();
+    bool scan(std::string_view text);
+    void scanCellStart(char c);
+    void scanPlain(std::string_view text);
+    void scanQuoted(std::string_view text);
+    void scanBehindQuote(char c);
+    void endCell();
+    std::string_view textOf(const span& cell);
+
+    Bytes& mBytes;
+    char mSeparator = ',';
+    std::vector<QString> mColumns;
+    std::vector<std::size_t> mChosen;
+
+    // The row at hand: offsets within what is held, of which it is the beginning.
+    std::vector<span> mSpans;
+    span mCell;
+    At mState = At::CellStart;
+    std::size_t mAt = 0;
+    bool mIsEnded = false;
+};
+
+} // namespace import

@@ -1,0 +1,99 @@
+#include "import/importfiles.h"
+
+#include "import/importbytes.h"
+#include "import/importformat.h"
+#include "import/importlogreader.h"
+#include "import/importtablereader.h"
+
+#include <QBuffer>
+#include <QFile>
+
+#include <cstdio>
+#include <memory>
+
+namespace import {
+
+namespace {
+
+constexpr qint64 HEAD = 1 << 16; // bytes that tell a format
+
+bool opens(QFile& file) {
+    if (file.fileName() != u"-")
+        return file.open(QIODevice::ReadOnly);
+    return file.open(stdin, QIODevice::ReadOnly);
+}
+
+/// The beginning of the file as UTF-8, left in place; packed files as they are.
+std::string headOf(QIODevice& file) {
+    QByteArray raw = file.peek(HEAD);
+    if (raw.startsWith("PK"))
+        return raw.toStdString();
+    QBuffer buffer(&raw);
+    buffer.open(QIODevice::ReadOnly);
+    Bytes bytes(buffer);
+    while (bytes.more()) {
+    }
+    return std::string(bytes.held());
+}
+
+std::unique_ptr<Reader> newReader(Format format, const options& options) {
+    switch (format) {
+    case Format::Log:
+        return std::make_unique<LogReader>();
+    case Format::Csv:
+    case Format::JsonLines:
+        return std::make_unique<TableReader>(options.table, format == Format::JsonLines);
+    default:
+        return nullptr;
+    }
+}
+
+/// What is usual for a format where the options leave it open: scripts and cases are joined, and
+/// what has no places is spread out.
+collecting usualFor(Format format, const options& options) {
+    collecting how;
+    const table& table = options.table;
+    const bool isTable = format == Format::Csv || format == Format::JsonLines;
+    const bool isScript =
+        format == Format::Xes || format == Format::Recorder || format == Format::Side;
+    how.join = options.join.value_or(isScript || format == Format::Playwright ||
+                                     (isTable && !table.recording.isEmpty()));
+    how.grid =
+        options.grid.value_or(isScript || (isTable && table.x.isEmpty() && table.xy.isEmpty()));
+    return how;
+}
+
+QString faultOf(Format format, const options& options) {
+    const bool isTable = format == Format::Csv || format == Format::JsonLines;
+    if (isTable && options.table.key.empty())
+        return QStringLiteral("it is a table: --key must name the columns that make the key");
+    return {};
+}
+
+outcome readOpen(QIODevice& file, const options& options, Collector& into) {
+    const std::string head = headOf(file);
+    const auto format =
+        options.from.isEmpty() ? tell_format(head) : format_named(options.from, head);
+    if (!format) {
+        const QString why = guess(head);
+        return {outcome::Kind::Damaged,
+                QStringLiteral("no format of recordings that is known") +
+                    (why.isEmpty() ? QString() : QStringLiteral(": ") + why)};
+    }
+    const QString fault = faultOf(*format, options);
+    if (!fault.isEmpty())
+        return {outcome::Kind::WrongUsage, fault};
+    into.setCollecting(usualFor(*format, options));
+    return newReader(*format, options)->read(file, into);
+}
+
+} // namespace
+
+outcome read_file(const QString& path, const options& options, Collector& into) {
+    QFile file(path);
+    if (!opens(file))
+        return {outcome::Kind::Unreadable, file.errorString()};
+    return readOpen(file, options, into);
+}
+
+} // namespace import

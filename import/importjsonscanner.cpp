@@ -1,0 +1,145 @@
+#include "import/importjsonscanner.h"
+
+#include <array>
+
+namespace import {
+
+namespace {
+
+constexpr std::size_t LONGEST_NAME = 1 << 16; // bytes
+
+bool isBlank(char c) {
+    return c == ' ' || c == '\n' || c == '\r' || c == '\t' || c == ',' || c == ':' || c == '\x1e';
+}
+
+enum class Kind : unsigned char { Other, Open, Close, Quote, Blank };
+
+constexpr std::array<Kind, 256> kinds() {
+    std::array<Kind, 256> table{};
+    table['{'] = table['['] = Kind::Open;
+    table['}'] = table[']'] = Kind::Close;
+    table['"'] = Kind::Quote;
+    for (const char c : {' ', '\n', '\r', '\t', ',', ':', '\x1e'})
+        table[static_cast<unsigned char>(c)] = Kind::Blank;
+    return table;
+}
+
+constexpr std::array<Kind, 256> KINDS = kinds();
+
+} // namespace
+
+JsonScanner::Next JsonScanner::peek() {
+    for (;;) {
+        const std::string_view held = mBytes.held();
+        std::size_t at = 0;
+        while (at < held.size() && isBlank(held[at]))
+            ++at;
+        mBytes.use(at);
+        if (at < held.size())
+            break;
+        if (!mBytes.more())
+            return Next::End;
+    }
+    switch (mBytes.held().front()) {
+    case '{':
+        return Next::Object;
+    case '[':
+        return Next::Array;
+    case '}':
+        return Next::EndOfObject;
+    case ']':
+        return Next::EndOfArray;
+    case '"':
+        return Next::String;
+    default:
+        return KINDS[static_cast<unsigned char>(mBytes.held().front())] == Kind::Other
+                   ? Next::Scalar
+                   : Next::Broken;
+    }
+}
+
+bool JsonScanner::takeName(std::string& name) {
+    std::string_view value;
+    if (takeValue(value, LONGEST_NAME) != Taken::Whole)
+        return false;
+    name = value.substr(1, value.size() - 2);
+    finishValue();
+    return true;
+}
+
+JsonScanner::Taken JsonScanner::takeValue(std::string_view& value, std::size_t largest) {
+    mSearch = {};
+    while (!mSearch.isDone) {
+        if (mSearch.at > largest)
+            return findEnd() ? Taken::TooLarge : Taken::Cut;
+        look(mBytes.held());
+        if (mSearch.isDone || mBytes.more())
+            continue;
+        if (!mSearch.isScalar || mSearch.at == 0)
+            return Taken::Cut;
+        mSearch.isDone = true;
+    }
+    value = mBytes.held().substr(0, mSearch.at);
+    return Taken::Whole;
+}
+
+void JsonScanner::finishValue() {
+    mBytes.use(mSearch.at);
+    mSearch = {};
+}
+
+bool JsonScanner::skipValue() {
+    mSearch = {};
+    return findEnd();
+}
+
+/// Goes on with the search, letting go of what was looked at.
+bool JsonScanner::findEnd() {
+    while (!mSearch.isDone) {
+        look(mBytes.held());
+        mBytes.use(mSearch.at);
+        mSearch.at = 0;
+        if (!mSearch.isDone && !mBytes.more())
+            return mSearch.isScalar;
+    }
+    return true;
+}
+
+/// Looks for the value's end from where the search stands; it ends up behind it, or at the end of
+/// what is held.
+void JsonScanner::look(std::string_view text) {
+    search now = mSearch; // in registers
+    while (now.at < text.size()) {
+        const char c = text[now.at];
+        if (now.inString) {
+            ++now.at;
+            if (now.isEscaped)
+                now.isEscaped = false;
+            else if (c == '\\')
+                now.isEscaped = true;
+            else if (c == '"') {
+                now.inString = false;
+                now.isDone = now.depth == 0;
+            }
+        } else {
+            const Kind kind = KINDS[static_cast<unsigned char>(c)];
+            if (now.isScalar && kind != Kind::Other) {
+                now.isDone = true;
+                break;
+            }
+            ++now.at;
+            now.inString = kind == Kind::Quote;
+            now.isScalar = kind == Kind::Other && now.depth == 0;
+            now.depth += kind == Kind::Open ? 1 : 0;
+            if (kind == Kind::Close) {
+                now.depth -= now.depth > 0 ? 1 : 0;
+                now.isDone = now.depth == 0;
+            }
+        }
+        if (now.isDone)
+            break;
+    }
+    mSearch = now;
+}
+
+} // namespace import
