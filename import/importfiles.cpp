@@ -3,7 +3,10 @@
 #include "import/importbytes.h"
 #include "import/importformat.h"
 #include "import/importlogreader.h"
+#include "import/importplaywrightreader.h"
+#include "import/importscriptreader.h"
 #include "import/importtablereader.h"
+#include "import/importxesreader.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -43,6 +46,16 @@ std::unique_ptr<Reader> newReader(Format format, const options& options) {
     case Format::Csv:
     case Format::JsonLines:
         return std::make_unique<TableReader>(options.table, format == Format::JsonLines);
+    case Format::Xes:
+        return std::make_unique<XesReader>(options.table, options.lifecycle);
+    case Format::Playwright:
+        return std::make_unique<PlaywrightReader>(options);
+    case Format::Recorder:
+        return std::make_unique<ScriptReader>(ScriptReader::Kind::Recorder, options.rules,
+                                              options.fields);
+    case Format::Side:
+        return std::make_unique<ScriptReader>(ScriptReader::Kind::Side, options.rules,
+                                              options.fields);
     default:
         return nullptr;
     }
