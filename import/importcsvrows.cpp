@@ -1,5 +1,7 @@
 #include "import/importcsvrows.h"
 
+#include "import/importscan.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -39,8 +41,9 @@ QString CsvRows::choose(const std::vector<QString>& columns) {
 void CsvRows::tellSeparator() {
     mBytes.more();
     const std::string_view held = mBytes.held();
-    const auto end = std::find_if(held.begin(), held.end(), isLineEnd);
-    const auto timesOf = [&](char c) { return std::count(held.begin(), end, c); };
+    const auto begin = std::find_if_not(held.begin(), held.end(), isLineEnd);
+    const auto end = std::find_if(begin, held.end(), isLineEnd);
+    const auto timesOf = [&](char c) { return std::count(begin, end, c); };
     mSeparator = *std::max_element(SEPARATORS.begin(), SEPARATORS.end(),
                                    [&](char a, char b) { return timesOf(a) < timesOf(b); });
 }
@@ -119,16 +122,23 @@ void CsvRows::scanCellStart(char c) {
     mCell.from = mAt;
 }
 
+/// The rest of the cell, and the plain cells that follow it.
 void CsvRows::scanPlain(std::string_view text) {
-    std::size_t at = mAt; // in a register
-    while (at < text.size() && text[at] != mSeparator && !isLineEnd(text[at]))
-        ++at;
-    mAt = at;
-    if (at == text.size())
-        return;
-    endCell();
-    mIsEnded = isLineEnd(text[at]);
-    mCell.from = ++mAt;
+    const char* const end = text.data() + text.size();
+    const char* at = text.data() + mAt;
+    for (;;) {
+        const char* const found = find_cell_end(at, end, mSeparator);
+        mAt = static_cast<std::size_t>(found - text.data());
+        if (found == end)
+            return;
+        endCell();
+        mCell.from = ++mAt;
+        at = found + 1;
+        mIsEnded = *found != mSeparator;
+        if (mIsEnded || at == end || *at == '"')
+            return;
+        mState = At::Plain;
+    }
 }
 
 void CsvRows::scanQuoted(std::string_view text) {

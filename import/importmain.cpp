@@ -76,7 +76,9 @@ ExitStatus readAll(const import::options& options, import::Collector& into) {
         complain(path, outcome.fault);
         status = worse(status, statusOf(outcome.kind));
     }
-    if (into.reported().total() > 0 || (status == ALL_IMPORTED && into.events() == 0))
+    if (status == ALL_IMPORTED && into.events() == 0)
+        say(QStringLiteral("quillon-import: no press, release or choice was found\n"));
+    if (into.reported().total() > 0 || into.events() == 0)
         status = worse(status, INCOMPLETE);
     return status;
 }

@@ -236,8 +236,7 @@ QString readContext(QIODevice& member, const options& options, Collector& into) 
     Json json;
     Context context(options, into);
     QString fault;
-    while (fault.isEmpty() && !context.isRunner() &&
-           scanner.peek() != JsonScanner::Next::End) {
+    while (fault.isEmpty() && !context.isRunner() && scanner.peek() != JsonScanner::Next::End) {
         const bool isWhole = with_value(
             scanner, json, [&](const JsonValue& event) { fault = context.take(event); },
             [&] { into.report("line that is no event, or too long"); });

@@ -36,6 +36,17 @@ std::string_view trimmed(std::string_view text) {
     return text;
 }
 
+/// Whether a text can be a part of a key as it stands.
+bool isClean(std::string_view text) {
+    bool blank = false;
+    for (const char c : text) {
+        if (!isPlain(c) || c == '"' || c == ':' || c == '\\' || (c == ' ' && blank))
+            return false;
+        blank = c == ' ';
+    }
+    return text.size() <= LONGEST_PART;
+}
+
 void appendPlain(std::string& key, std::string_view text) {
     int left = LONGEST_PART;
     bool blank = false;
@@ -70,6 +81,10 @@ void appendDecoded(std::string& key, std::string_view text) {
 
 void append_part(std::string& key, std::string_view text) {
     text = trimmed(text);
+    if (isClean(text)) {
+        key += text;
+        return;
+    }
     // Characters of four bytes each, and room for blanks that fall together.
     const std::string_view seen = text.substr(0, 64 * LONGEST_PART);
     if (std::all_of(seen.begin(), seen.end(), isPlain))
