@@ -6,6 +6,7 @@
 #include "import/importplaywrightreader.h"
 #include "import/importscriptreader.h"
 #include "import/importtablereader.h"
+#include "import/importwatchedfile.h"
 #include "import/importxesreader.h"
 
 #include <QBuffer>
@@ -103,7 +104,7 @@ outcome readOpen(QIODevice& file, const options& options, Collector& into) {
 } // namespace
 
 outcome read_file(const QString& path, const options& options, Collector& into) {
-    QFile file(path);
+    WatchedFile file(path);
     if (!opens(file))
         return {outcome::Kind::Unreadable, file.errorString()};
     return readOpen(file, options, into);
