@@ -1,6 +1,12 @@
 #include "import/importjsonscanner.h"
 
 #include <array>
+#include <bit>
+#include <cstdint>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace import {
 
@@ -25,6 +31,45 @@ constexpr std::array<Kind, 256> kinds() {
 }
 
 constexpr std::array<Kind, 256> KINDS = kinds();
+
+constexpr std::size_t BLOCK = 64; // bytes looked at in one go
+
+#ifdef __SSE2__
+
+/// A bit for each byte of a block.
+struct block_bits {
+    std::uint64_t quotes = 0;
+    std::uint64_t escapes = 0;
+    std::uint64_t opening = 0;
+    std::uint64_t closing = 0;
+};
+
+std::uint64_t bitsOf(__m128i equal) {
+    return static_cast<std::uint16_t>(_mm_movemask_epi8(equal));
+}
+
+block_bits bitsAt(const char* text) {
+    block_bits bits;
+    for (unsigned at = 0; at < BLOCK; at += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + at));
+        // Brackets differ from braces by one bit.
+        const __m128i braces = _mm_or_si128(bytes, _mm_set1_epi8(0x20));
+        bits.quotes |= bitsOf(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('"'))) << at;
+        bits.escapes |= bitsOf(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\\'))) << at;
+        bits.opening |= bitsOf(_mm_cmpeq_epi8(braces, _mm_set1_epi8('{'))) << at;
+        bits.closing |= bitsOf(_mm_cmpeq_epi8(braces, _mm_set1_epi8('}'))) << at;
+    }
+    return bits;
+}
+
+/// Each bit becomes the sum of itself and those below: between a quote and the next, 1.
+std::uint64_t sumsOf(std::uint64_t bits) {
+    for (unsigned by = 1; by < BLOCK; by *= 2)
+        bits ^= bits << by;
+    return bits;
+}
+
+#endif
 
 } // namespace
 
@@ -105,11 +150,34 @@ bool JsonScanner::findEnd() {
     return true;
 }
 
+/// Passes over blocks in which neither an escape nor the end of the value can be.
+void JsonScanner::passBlocks([[maybe_unused]] std::string_view text, [[maybe_unused]] search& now) {
+#ifdef __SSE2__
+    while (now.at + BLOCK <= text.size()) {
+        const block_bits bits = bitsAt(text.data() + now.at);
+        const std::uint64_t inside = sumsOf(bits.quotes) ^ (now.inString ? ~0ULL : 0);
+        const auto closing = static_cast<std::size_t>(std::popcount(bits.closing & ~inside));
+        if (bits.escapes != 0 || closing >= now.depth)
+            return;
+        now.depth += static_cast<std::size_t>(std::popcount(bits.opening & ~inside)) - closing;
+        now.inString = (inside >> (BLOCK - 1)) != 0;
+        now.at += BLOCK;
+    }
+#endif
+}
+
 /// Looks for the value's end from where the search stands; it ends up behind it, or at the end of
 /// what is held.
 void JsonScanner::look(std::string_view text) {
-    search now = mSearch; // in registers
+    search now = mSearch;         // in registers
+    std::size_t byBlock = now.at; // from where on blocks are tried
     while (now.at < text.size()) {
+        if (now.at >= byBlock && now.depth > 0 && !now.isEscaped) {
+            passBlocks(text, now);
+            byBlock = now.at + BLOCK;
+            if (now.at == text.size())
+                break;
+        }
         const char c = text[now.at];
         if (now.inString) {
             ++now.at;

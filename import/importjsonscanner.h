@@ -60,6 +60,7 @@ private:
     } mSearch;
 
     void look(std::string_view text);
+    static void passBlocks(std::string_view text, search& now);
 };
 
 } // namespace import
