@@ -64,7 +64,7 @@ std::uint32_t EventStore::Names::numberOf(std::string_view name) {
 
 bool EventStore::add(std::string_view recording, double order, const event& event) {
     mEvents.push_back({mRecordings.numberOf(recording), mKeys.numberOf(event.key), order,
-                       event.time, event.at.value_or(place()), event.gesture,
+                       event.time, event.at.value_or(place()), event.gesture, event.named,
                        event.at.has_value()});
     return mEvents.size() < MOST_HELD || spill();
 }
@@ -131,7 +131,7 @@ void EventStore::tellOne(const stored& from, Collector& into) {
     if (from.recording != mLast)
         into.beginRecording();
     mLast = from.recording;
-    event event{from.gesture, mKeys[from.key], Named::Given, from.time, {}};
+    event event{from.gesture, mKeys[from.key], from.named, from.time, {}};
     if (from.hasPlace)
         event.at = from.at;
     into.add(event);

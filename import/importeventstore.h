@@ -35,6 +35,7 @@ private:
         double time;
         place at;
         Gesture gesture;
+        Named named;
         bool hasPlace;
     };
 
