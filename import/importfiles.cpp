@@ -4,6 +4,7 @@
 #include "import/importformat.h"
 #include "import/importlogreader.h"
 #include "import/importplaywrightreader.h"
+#include "import/importrrwebreader.h"
 #include "import/importscriptreader.h"
 #include "import/importtablereader.h"
 #include "import/importwatchedfile.h"
@@ -47,6 +48,8 @@ std::unique_ptr<Reader> newReader(Format format, const options& options) {
     case Format::Csv:
     case Format::JsonLines:
         return std::make_unique<TableReader>(options.table, format == Format::JsonLines);
+    case Format::Rrweb:
+        return std::make_unique<RrwebReader>(options.rules.naming());
     case Format::Xes:
         return std::make_unique<XesReader>(options.table, options.lifecycle);
     case Format::Playwright:

@@ -44,26 +44,42 @@ bool isLog(std::string_view text) {
     return matches(text, EVENT);
 }
 
-/// A number called type beside data, a packed event, or one of the known wrappings.
+/// An event: a number called type beside an object called data, with plain members around them.
+/// Whatever wraps events, the first of them begins near.
+bool holdsEvent(std::string_view text) {
+    static const QString PLAIN =
+        QStringLiteral("(?>\"\\w+\"\\s*:\\s*(?>\"[^\"\\\\]*\"|[^,{}\\[\\]\"]+),\\s*)*+");
+    static const QRegularExpression TYPE_FIRST(
+        QStringLiteral("\\{\\s*(?>\"(?!type\")\\w+\"\\s*:\\s*(?>\"[^\"\\\\]*\"|[^,{}\\[\\]\"]+),"
+                       "\\s*)*+\"type\"\\s*:\\s*[0-6]\\s*,\\s*") +
+        PLAIN + QStringLiteral("\"data\"\\s*:\\s*[{\"]"));
+    static const QRegularExpression DATA_FIRST(
+        QStringLiteral("\\{\\s*") + PLAIN +
+        QStringLiteral("\"data\"\\s*:\\s*\\{\\s*(\"source\"\\s*:\\s*\\d|\"node\"\\s*:\\s*\\{|"
+                       "\"href\"\\s*:\\s*\")"));
+    return matches(text, TYPE_FIRST) || matches(text, DATA_FIRST);
+}
+
+/// Events that stand there as texts begin as zlib begins what it packs.
+bool holdsPackedEvent(std::string_view text) {
+    static const QRegularExpression PACKED(
+        QStringLiteral("(^|[\\[\\n])\\s*\"x(\\\\u00(01|5e|9c|da)|[\\x{1}^\\x{9c}\\x{da}])"));
+    return matches(text, PACKED);
+}
+
 bool isRrweb(std::string_view text) {
-    static const QRegularExpression EVENT(
-        QStringLiteral("\\{\\s*(\"(timestamp|delay|windowId)\"\\s*:\\s*[^,{\\[]+,\\s*)*\"type\"\\s*"
-                       ":\\s*\\d+\\s*,"));
-    return text.find("\"x\\u009c") != std::string_view::npos ||
-           text.find("\"x\xc2\x9c") != std::string_view::npos ||
-           hasName(text, "snapshotsByWindowId") || hasName(text, "snapshots") ||
-           hasName(text, "window_id") || matches(text, EVENT);
+    return holdsEvent(text) || holdsPackedEvent(text);
 }
 
 std::optional<Format> tellJson(std::string_view text) {
     if (isLog(text))
         return Format::Log;
+    if (isRrweb(text)) // first: pages hold any words
+        return Format::Rrweb;
     if (hasName(text, "steps") && (hasName(text, "title") || hasName(text, "selectors")))
         return Format::Recorder;
     if (hasName(text, "tests") && hasName(text, "commands"))
         return Format::Side;
-    if (isRrweb(text))
-        return Format::Rrweb;
     return Format::JsonLines;
 }
 
@@ -111,6 +127,8 @@ std::optional<Format> tell_format(std::string_view head) {
         return tellJson(text);
     if (text.empty() || isBinary(text))
         return std::nullopt;
+    if (text.starts_with('"') && holdsPackedEvent(text))
+        return Format::Rrweb;
     return Format::Csv;
 }
 

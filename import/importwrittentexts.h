@@ -1,0 +1,45 @@
+#pragma once
+
+#include "import/importtextmap.h"
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace import {
+
+/// What people wrote into the fields of pages, for telling names that repeat it. Of each text its
+/// beginning is held, and the last hundred thousand states of fields.
+class WrittenTexts {
+public:
+    /// A number for a page, whose fields have numbers below 2^32 of their own.
+    std::int64_t newPage() { return ++mPages << 32; }
+
+    /// The text that a field holds now. While it is written on, or back, it stays one text.
+    void note(std::int64_t field, std::string_view text);
+
+    /// Whether the name is what was written, holds it, or is its beginning. Upper case is lower
+    /// case; texts of a few characters have to be the whole name, or words of it.
+    bool isRepeatedBy(std::string_view name);
+
+private:
+    struct written {
+        std::string text; // folded; empty when a later one goes on with it
+        std::int64_t number;
+    };
+
+    struct answer {
+        std::int64_t upTo = 0; // the number of the last text it was asked of
+        bool isRepeated = false;
+    };
+
+    std::int64_t mPages = 0;
+    std::int64_t mNumber = 0;
+    std::deque<written> mTexts;                           // numbered one after the other
+    std::unordered_map<std::int64_t, std::int64_t> mLast; // numbers by field
+    text_map<answer> mAnswers;                            // by name as it was asked
+};
+
+} // namespace import
