@@ -32,7 +32,7 @@ struct Imported {
     std::string fault;
 };
 
-Imported imported(QByteArray text, const QString& rule = {}) {
+Imported importOf(QByteArray text, const QString& rule = {}) {
     import::Rules rules;
     rules.add(rule);
     QBuffer source(&text);
@@ -198,14 +198,14 @@ TEST(Rrweb, AllWrappingsGiveOneLog) {
         {"packed lines", each(events, [](const auto& one) { return packed(one); }).join('\n')},
         {"UTF-16", utf16(QString::fromUtf8(plain))},
     };
-    const Imported expected = imported(plain);
+    const Imported expected = importOf(plain);
     EXPECT_EQ(expected.log, "[\n{\n  \"down\": [7, \"tools:Save\", 3, 4],\n"
                             "  \"up\": [8, \"tools:Save\", 3, 4],\n"
                             "  \"down\": [9, \"link More\", 3, 4],\n"
                             "  \"up\": [10, \"link More\", 3, 4]\n}\n]\n");
     for (const auto& [name, text] : wrappings) {
         SCOPED_TRACE(name);
-        const Imported result = imported(text);
+        const Imported result = importOf(text);
         EXPECT_EQ(result.log, expected.log);
         EXPECT_EQ(result.skipped, expected.skipped);
         EXPECT_THAT(result.reported, IsEmpty());
@@ -258,7 +258,7 @@ TEST(Rrweb, ElementsAreCalledByTheirBestName) {
         SCOPED_TRACE(row.page);
         const Page page(row.page);
         const QByteArray text = array({page.snapshot(), touch(1, page.pressed)});
-        EXPECT_THAT(imported(text, row.rule).keys, testing::ElementsAre(row.key));
+        EXPECT_THAT(importOf(text, row.rule).keys, testing::ElementsAre(row.key));
     }
 }
 
@@ -307,13 +307,13 @@ TEST(Rrweb, WhatPeopleWriteIsInNoKey) {
         const Page page(row.page);
         const QByteArrayList press{touch(1, page.pressed), touch(0, page.pressed)};
         const Imported result =
-            imported(array(QByteArrayList{page.snapshot()} + row.before + press));
+            importOf(array(QByteArrayList{page.snapshot()} + row.before + press));
         EXPECT_THAT(result.log, HasSubstr("down"));
         const QString log = QString::fromStdString(result.log).toLower();
         EXPECT_FALSE(log.contains(u"secret")) << result.log;
     }
     const Page masked("button[aria-label=*** ****]!(\"**** **\")");
-    EXPECT_THAT(imported(array({masked.snapshot(), touch(1, 2)})).keys,
+    EXPECT_THAT(importOf(array({masked.snapshot(), touch(1, 2)})).keys,
                 testing::ElementsAre("path button"));
 }
 
@@ -382,7 +382,7 @@ TEST(Rrweb, APressIsCountedOnce) {
          "menu s:eu, menu s:Dollar"},
     };
     for (const Row& row : rows) {
-        const Imported result = imported(array(QByteArrayList{page.snapshot()} + row.events));
+        const Imported result = importOf(array(QByteArrayList{page.snapshot()} + row.events));
         EXPECT_EQ(gesturesOf(result.log), row.gestures) << row.name;
         EXPECT_THAT(result.reported, IsEmpty()) << row.name;
     }
@@ -404,7 +404,7 @@ TEST(Rrweb, PlacesAreThoseOfThePage) {
         snapshot,
         touch(1, 3),
     };
-    const Imported result = imported(array(events));
+    const Imported result = importOf(array(events));
     EXPECT_EQ(result.log,
               "[\n{\n  \"down\": [1, \"a\", 13, 24],\n  \"down\": [1, \"a\", 103, 204],\n"
               "  \"down\": [1, \"f:in\"],\n  \"down\": [1, \"a\", 13, 24]\n}\n]\n");
@@ -422,7 +422,7 @@ TEST(Rrweb, WindowsThatTakeTurnsStayApart) {
         for (const char* const name : {"b", "a", "c"})
             events += QByteArray(R"({"windowId":")") + name + "\"," + touch(type, 2).mid(1);
     }
-    const Imported result = imported(array(events));
+    const Imported result = importOf(array(events));
     EXPECT_EQ(gesturesOf(result.log), "down b, up b, down a, up a");
     EXPECT_EQ(result.recordings, 2);
     EXPECT_THAT(result.reported, Contains(Key("press before the first snapshot")));
@@ -461,7 +461,7 @@ TEST(Rrweb, DamageIsToldAndTheRestIsRead) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.text.left(200).toStdString() + " " + row.reported);
-        const Imported result = imported(row.text);
+        const Imported result = importOf(row.text);
         EXPECT_EQ(result.fault, row.fault);
         if (row.reported.empty())
             EXPECT_THAT(result.reported, IsEmpty());
@@ -484,7 +484,7 @@ TEST(Rrweb, TreesAreReadHoweverDeep) {
     }
     const QByteArray tree = opening + node + closing;
     const QByteArray top = QByteArray::number(DEPTH - 1);
-    const Imported result = imported(array(
+    const Imported result = importOf(array(
         {R"({"type":2,"data":{"node":)" + tree + "}}", touch(1, 1),
          increment(R"("source":0,"adds":[{"parentId":1,"nextId":null,"node":{"type":2,)"
                    R"("tagName":"p","attributes":{},"childNodes":[],"id":)" +
@@ -636,7 +636,7 @@ TEST(Rrweb, MutationsThatCannotBeAreCounted) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.mutation.toStdString());
         const Imported result =
-            imported(array({page, increment(R"("source":0,)" + row.mutation), touch(1, 5)}));
+            importOf(array({page, increment(R"("source":0,)" + row.mutation), touch(1, 5)}));
         const auto told = result.skipped.find("mutation of an unknown node");
         EXPECT_EQ(told == result.skipped.end() ? 0 : told->second, row.misfits);
         EXPECT_THAT(result.keys, Contains(testing::EndsWith(":a")));

@@ -18,7 +18,7 @@ struct script_row {
     const char* said;
 };
 
-void check(const std::vector<script_row>& rows) {
+void checkScripts(const std::vector<script_row>& rows) {
     for (const script_row& row : rows) {
         SCOPED_TRACE(row.rule);
         const imported found =
@@ -34,7 +34,7 @@ QByteArray steps(const QByteArray& all) {
 }
 
 TEST(ImportScripts, ReadTheStepsOfARecorder) {
-    check({
+    checkScripts({
         {"clicks, one and two",
          steps(
              R"({"type":"click","selectors":[["#a"]]},{"type":"doubleClick","selectors":["aria/B"]})"),
@@ -76,7 +76,7 @@ QByteArray commands(const QByteArray& all) {
 }
 
 TEST(ImportScripts, ReadTheTestsOfAnEditor) {
-    check({
+    checkScripts({
         {"presses, releases, choices",
          commands(
              R"({"command":"mouseDownAt","target":"id=a","value":"1,2"},{"command":"mouseUp","target":"name=b"},{"command":"select","target":"id=s","value":"label=Red"})"),
@@ -106,7 +106,7 @@ TEST(ImportXes, ReadsTracesOfEvents) {
         R"(<event><string key="concept:name" value="A"><string key="concept:name" value="inner"/></string><string key="app" value="Mail"/><date key="time:timestamp" value="1970-01-01T00:00:01Z"/></event>)";
     const QByteArray started =
         R"(<event><string key="concept:name" value="B"/><string key="lifecycle:transition" value="start"/></event>)";
-    check({
+    checkScripts({
         {"names and times", head + "<trace>" + event + started + "</trace><trace/></log>", "",
          R"({ "down": [1000, "A"] })", "skipped: 1 start"},
         {"the lifecycle asked for", head + "<trace>" + started + "</trace></log>",
@@ -153,7 +153,7 @@ TEST(ImportTraces, ReadActionsOfContexts) {
     const auto click = [](const QByteArray& selector) {
         return zipped({{"0.trace", BEGIN + action("click", R"("selector":")" + selector + '"')}});
     };
-    check({
+    checkScripts({
         {"a role with a name", click(R"(internal:role=button[name=\"Save\"i] >> nth=0)"), "", press,
          "2 aria"},
         {"the test id of the trace", click(R"([data-q=\"Save\"])"), "", press, "2 test"},
