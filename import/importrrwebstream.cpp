@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace import {
 
@@ -26,7 +27,9 @@ constexpr int TOUCH_END = 9;
 
 constexpr std::size_t MOST_WAITING = 1000;
 constexpr double TAP_TO_MOUSE = 1000; // milliseconds, at most
+constexpr double STILL = 5;           // pixels that a hand moves while it presses
 constexpr double LABEL_TO_FIELD = 10; // milliseconds, at most
+constexpr double CHOICE_TO_CLICK = 100;
 
 constexpr std::array<std::string_view, 17> SOURCES{
     "mutation",   "mouse move",   "mouse interaction", "scroll",       "window resize", "input",
@@ -140,8 +143,9 @@ void RrwebStream::end(const rrweb_event& event) {
 /// A press may change or remove what it was on: its end has the same name.
 RrwebStream::candidate RrwebStream::releaseFor(const rrweb_event& event) {
     const Node node = mTree.find(event.id);
-    const bool isOfPress = mPressedId >= 0 && mPressed.missing.empty() &&
-                           (event.id == mPressedId || node == NodeTree::NONE);
+    const bool isOfPress =
+        mPressedId >= 0 && mPressed.missing.empty() &&
+        (event.id == mPressedId || node == NodeTree::NONE || isUnderPressed(event));
     if (!isOfPress)
         return candidateFor(event, Gesture::Up);
     candidate release = mPressed;
@@ -152,11 +156,20 @@ RrwebStream::candidate RrwebStream::releaseFor(const rrweb_event& event) {
     return release;
 }
 
+/// Whether it is on what came into view there when the press removed what it was on.
+bool RrwebStream::isUnderPressed(const rrweb_event& event) const {
+    return mTree.find(mPressedId) == NodeTree::NONE && mPressed.at && event.hasPlace &&
+           std::hypot(event.x + mScrolled.x - mPressed.at->x,
+                      event.y + mScrolled.y - mPressed.at->y) <= STILL;
+}
+
 void RrwebStream::click(const rrweb_event& event) {
     if (mPresses == Presses::Begin)
         return mInto.skip("click");
     if (isOfLabel(event))
         return mInto.skip("click of a label on its field");
+    if (isOfChoice(event))
+        return mInto.skip("choice of a pressed option");
     candidate press = candidateFor(event, Gesture::Down);
     press.isClick = true;
     take(press);
@@ -170,6 +183,13 @@ bool RrwebStream::isOfLabel(const rrweb_event& event) {
     mClicked = event.time;
     mClickedLabel = mNames.isInLabel(mTree.find(event.id)) && !isField;
     return isOfLabel;
+}
+
+/// Lists that are open tell what was chosen before the click that chose it.
+bool RrwebStream::isOfChoice(const rrweb_event& event) const {
+    const Node list = mNames.listOf(mTree.find(event.id));
+    return list != NodeTree::NONE && mTree.id(list) == mToldList &&
+           event.time - mTold <= CHOICE_TO_CLICK;
 }
 
 /// The value that a list of choices or a field has now.
@@ -186,6 +206,8 @@ void RrwebStream::choose(const rrweb_event& event) {
         return mInto.skip("choice of a pressed option");
     if (option.empty())
         return mInto.skip("choice that is no option of its list");
+    mToldList = event.id;
+    mTold = event.time;
     candidate choice = candidateFor(event, Gesture::Menu);
     choice.key += ':' + option;
     take(choice);

@@ -57,10 +57,12 @@ private:
     void choose(const rrweb_event& event);
     bool isOfTap(const rrweb_event& event);
     bool isOfLabel(const rrweb_event& event);
+    bool isOfChoice(const rrweb_event& event) const;
     candidate candidateFor(const rrweb_event& event, Gesture gesture);
     std::string_view missingPage(bool isEnd) const;
     void nameFor(candidate& made, NodeTree::Node pressed);
     candidate releaseFor(const rrweb_event& event);
+    bool isUnderPressed(const rrweb_event& event) const;
     std::optional<place> placeOf(const rrweb_event& event, NodeTree::Node node);
     void take(const candidate& made);
     void settle();
@@ -84,6 +86,8 @@ private:
     bool mClickedLabel = false;    // and whether on a label
     std::int64_t mChosenList = -1; // the list whose option was pressed last
     std::string mChosen;           // and its value
+    std::int64_t mToldList = -1;   // the list that told a choice last
+    double mTold = 0;              // when
     bool mHasEvents = false;
     bool mIsStored = true;
 };

@@ -365,6 +365,12 @@ TEST(Rrweb, APressIsCountedOnce) {
         {"gone at its end",
          {touch(1, 2), increment(R"("source":0,"removes":[{"id":2}])"), touch(0, -1)},
          "down b, up b"},
+        {"gone at its end, and what was under it",
+         {touch(1, 2), increment(R"("source":0,"removes":[{"id":2}])"), touch(0, 4, 1, 5, 5)},
+         "down b, up b"},
+        {"gone when something else was dragged to",
+         {touch(1, 2), increment(R"("source":0,"removes":[{"id":2}])"), touch(0, 4, 1, 50)},
+         "down b, up f"},
         {"renamed at its end",
          {touch(1, 2), increment(R"("source":0,"attributes":[{"id":2,"attributes":{"id":"n"}}])"),
           touch(0, 2), touch(1, 2)},
@@ -380,6 +386,9 @@ TEST(Rrweb, APressIsCountedOnce) {
         {"pressed option",
          {touch(1, 6), touch(0, 6), input(5, "eu"), input(5, "Dollar")},
          "menu s:eu, menu s:Dollar"},
+        {"clicked option, told before and later",
+         {input(5, "eu"), touch(2, 6, 2), input(5, "Dollar"), touch(2, 6, 900)},
+         "menu s:eu, menu s:Dollar, menu s:eu"},
     };
     for (const Row& row : rows) {
         const Imported result = importOf(array(QByteArrayList{page.snapshot()} + row.events));
