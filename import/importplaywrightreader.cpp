@@ -16,7 +16,7 @@ namespace import {
 namespace {
 
 constexpr int FIRST_VERSION = 3;
-constexpr int LAST_VERSION = 9;
+constexpr int LAST_VERSION = 10;
 constexpr std::size_t MOST_OPEN = 10'000; // actions that have begun and not ended
 
 enum class Act { Press, DoublePress, Type, Choose, None };
@@ -89,6 +89,9 @@ public:
         return {};
     }
 
+    /// Empty, or why what was read may be wrong: versions to come say most in the same way.
+    QString doubt() const { return mDoubt; }
+
     /// Whether it is one of the test runner's, which has steps and no actions.
     bool isRunner() const { return mIsRunner; }
 
@@ -108,11 +111,14 @@ private:
 
     QString begin(const JsonValue& event) {
         const int version = static_cast<int>(number(event, "version").value_or(0));
-        if (version < FIRST_VERSION || version > LAST_VERSION)
-            return QStringLiteral("it is of version %1; known are %2 to %3")
-                .arg(version)
-                .arg(FIRST_VERSION)
-                .arg(LAST_VERSION);
+        QString known = QStringLiteral("it is of version %1; known are %2 to %3")
+                            .arg(version)
+                            .arg(FIRST_VERSION)
+                            .arg(LAST_VERSION);
+        if (version < FIRST_VERSION)
+            return known;
+        if (version > LAST_VERSION)
+            mDoubt = known + QStringLiteral(", so something may be missing");
         mIsRunner = text(event, "origin") == "testRunner";
         const std::string_view testId = text(event, "testIdAttributeName");
         if (!testId.empty())
@@ -224,6 +230,7 @@ private:
     TypedTexts mTyped;
     text_map<open_action> mOpen;
     std::string mField; // the field typed into last; empty when something else came between
+    QString mDoubt;
     double mEpoch = 0;
     bool mIsBegun = false;
     bool mIsRunner = false;
@@ -244,6 +251,8 @@ QString readContext(QIODevice& member, const options& options, Collector& into) 
             fault = QStringLiteral("it ends within an event");
     }
     context.end();
+    if (fault.isEmpty())
+        fault = context.doubt();
     return bytes.fault().isEmpty() ? fault : bytes.fault();
 }
 

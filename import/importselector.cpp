@@ -87,6 +87,7 @@ void addAttribute(Locator& locator, std::string_view body, const naming& naming)
     if (body.empty() || body.front() != '[' || equals == std::string_view::npos)
         return;
     locator.addAttribute(body.substr(1, equals - 1), textOf(body.substr(equals + 1)), naming);
+    locator.addPath(body.substr(1, equals - 1));
 }
 
 void addTestId(Locator& locator, std::string_view body) {
@@ -103,13 +104,15 @@ void addPart(Locator& locator, const engine_part& part, const naming& naming) {
         locator.addTest(textOf(body));
     else if (engine == "internal:testid")
         addTestId(locator, body);
-    else if (engine == "internal:label")
+    else if (engine == "internal:label") {
         locator.addAria(textOf(body), {});
-    else if (engine == "internal:attr")
+        locator.addPath("label");
+    } else if (engine == "internal:attr")
         addAttribute(locator, body, naming);
     else if (engine == "internal:text" || engine == "text") {
         locator.trustText();
         locator.addText(textOf(body));
+        locator.addPath("text");
     } else if (engine == "id" || is_test_id(engine, naming))
         locator.addAttribute(engine, textOf(body), naming);
     else if (engine == "xpath" || body.starts_with("//"))

@@ -137,7 +137,7 @@ QByteArray zipped(const std::vector<std::pair<const char*, QByteArray>>& members
 }
 
 const QByteArray BEGIN =
-    R"({"version":9,"type":"context-options","origin":"library","wallTime":1000,"monotonicTime":400,"testIdAttributeName":"data-q"})"
+    R"({"version":10,"type":"context-options","origin":"library","wallTime":1000,"monotonicTime":400,"testIdAttributeName":"data-q"})"
     "\n";
 
 QByteArray action(const QByteArray& method, const QByteArray& params, const QByteArray& end = "") {
@@ -189,8 +189,22 @@ TEST(ImportTraces, ReadActionsOfContexts) {
          "",
          R"({ "down": [7, "a", 1, 2], "up": [7, "a", 1, 2], "down": [7, "a", 1, 2], "up": [7, "a", 1, 2] })",
          ""},
-        {"a version to come", zipped({{"t.trace", R"({"version":10,"type":"context-options"})"}}),
-         "", "", "of version 10; known are 3 to 9"},
+        {"a version to come, as far as it is understood",
+         zipped({{"t.trace", R"({"version":11,"type":"context-options"})" +
+                                 action("tap", R"("selector":"#a")")}}),
+         "", R"({ "down": [500, "a", 1, 2], "up": [500, "a", 1, 2] })",
+         "of version 11; known are 3 to 10, so something may be missing"},
+        {"a version too old", zipped({{"t.trace", R"({"version":2,"type":"context-options"})"}}),
+         "", "", "of version 2; known are 3 to 10"},
+        {"text that was typed names nothing, but how it was looked for does",
+         zipped(
+             {{"t.trace", BEGIN + action("fill", R"("selector":"#f","value":"secret")") +
+                              action("tap", R"("selector":"internal:attr=[title=\"secret\"i]")") +
+                              action("tap", R"("selector":"internal:text=\"secret\"i")") +
+                              action("tap", R"("selector":"internal:label=\"secret\"i")")}}),
+         "",
+         R"({ "down": [1100, "f", 1, 2], "up": [1100, "f", 1, 2], "down": [1100, "title", 1, 2], "up": [1100, "title", 1, 2], "down": [1100, "text", 1, 2], "up": [1100, "text", 1, 2], "down": [1100, "label", 1, 2], "up": [1100, "label", 1, 2] })",
+         "6 path"},
         {"an action without end, and a cut line",
          zipped({{"t.trace", BEGIN + action("click", R"("selector":"#a")").chopped(20)}}), "", "",
          "ends within an event"},
