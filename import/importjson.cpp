@@ -14,6 +14,8 @@ Json::Json()
     : mRoom(ROOM)
     , mValues(mRoom.data(), mRoom.size()) {}
 
+Json::~Json() = default;
+
 const JsonValue* Json::parse(char* text, std::size_t size) {
     mDocument.reset();
     mValues.Clear();

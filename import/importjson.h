@@ -15,6 +15,9 @@ using JsonValue = rapidjson::Value;
 class Json {
 public:
     Json();
+    Json(const Json&) = delete;
+    Json& operator=(const Json&) = delete;
+    ~Json(); // not in line: linters that see into it take its memory for freed twice
 
     /// Parses the `size` bytes at `text`, behind which one more can be written to. They are changed
     /// and must outlive the value. Null when they are no JSON value. The value is valid until the
