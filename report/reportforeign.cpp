@@ -50,6 +50,25 @@ bool isRrweb(const sample& s) {
            has(u"\"data\"") && (has(u"\"timestamp\"") || has(u"\"childNodes\""));
 }
 
+bool isXes(const sample& s) {
+    return isXml(s) && s.text.contains(QStringView(u"<log"));
+}
+
+/// Of the recorder in a browser's developer tools, or of a test editor.
+bool isScript(const sample& s) {
+    const auto has = [&](const char16_t* name) { return s.text.contains(QStringView(name)); };
+    return s.text.startsWith(u'{') && ((has(u"\"steps\"") && has(u"\"selectors\"")) ||
+                                       (has(u"\"tests\"") && has(u"\"commands\"")));
+}
+
+/// Two lines that are an object each, as far as their ends tell.
+bool isJsonLines(const sample& s) {
+    const qsizetype end = s.text.indexOf(u'\n');
+    return s.text.startsWith(u'{') && end > 0 &&
+           QStringView(s.text).first(end).trimmed().endsWith(u'}') &&
+           QStringView(s.text).sliced(end).trimmed().startsWith(u'{');
+}
+
 /// How many separators a line has, without those in quotes and those of prose, which have a blank
 /// behind them. Moves `text` on to the next line.
 int separatorsOfLine(QStringView& text, QChar separator) {
@@ -82,15 +101,22 @@ bool isCsv(const sample& s) {
 }
 
 struct form {
-    bool (*is)(const sample& s);
-    const char* name;
+    bool (*is)(const sample& s) = nullptr;
+    const char* name = "";
+    bool isImported = false; ///< Whether quillon-import reads it.
 };
 
 constexpr form FORMS[] = {
-    {isGzip, "gzip"},         {isTrace, "a zipped trace of Playwright"},
-    {isZip, "a zip archive"}, {isBareUtf16, "UTF-16 without a byte order mark"},
-    {isXml, "XML"},           {isRrweb, "a recording of rrweb"},
-    {isCsv, "CSV"},
+    {isGzip, "gzip"},
+    {isTrace, "a zipped trace of Playwright", true},
+    {isZip, "a zip archive"},
+    {isBareUtf16, "UTF-16 without a byte order mark"},
+    {isXes, "an XES log", true},
+    {isXml, "XML"},
+    {isRrweb, "a recording of rrweb", true},
+    {isScript, "a script of user steps", true},
+    {isJsonLines, "JSON lines", true},
+    {isCsv, "CSV", true},
 };
 
 } // namespace
@@ -102,7 +128,10 @@ QString foreign_form(QByteArrayView beginning) {
     const sample s{beginning, text.trimmed()};
     const auto* found = std::find_if(std::begin(FORMS), std::end(FORMS),
                                      [&](const form& form) { return form.is(s); });
-    return found == std::end(FORMS) ? QString() : QString::fromUtf8(found->name);
+    if (found == std::end(FORMS))
+        return {};
+    const QString name = QString::fromUtf8(found->name);
+    return found->isImported ? name + QStringLiteral("; quillon-import makes a log of it") : name;
 }
 
 } // namespace report

@@ -227,6 +227,9 @@ TEST_F(Report, TellsWhatIsWrongWithALog) {
     const auto looksLike = [&](const char* form) {
         return std::string(none) + "; it looks like " + form;
     };
+    const auto imports = [&](const char* form) {
+        return looksLike(form) + "; quillon-import makes a log of it";
+    };
 
     const struct {
         QByteArray text;
@@ -263,14 +266,18 @@ TEST_F(Report, TellsWhatIsWrongWithALog) {
         {noise(), {none}},
         {"Dear reader, this is prose, no log.\nIt has commas, too, in its lines.\n", {none}},
         {"\x1f\x8b\x08" + noise(), {looksLike("gzip")}},
-        {QByteArray("PK\3\4\0\0trace.trace", 17), {looksLike("a zipped trace of Playwright")}},
+        {QByteArray("PK\3\4\0\0trace.trace", 17), {imports("a zipped trace of Playwright")}},
         {QByteArray("PK\3\4\0\0xl/sheet", 14), {looksLike("a zip archive")}},
         {utf16(log), {looksLike("UTF-16 without a byte order mark")}},
-        {"\n<?xml version=\"1.0\"?><log/>", {looksLike("XML")}},
-        {R"([{"type":4,"data":{"href":"a\"b"},"timestamp":1}])",
-         {looksLike("a recording of rrweb")}},
-        {"\"case\",\"key, quoted\"\r\n1,\"two\nlines\"\r\n", {looksLike("CSV")}},
-        {"case\tkey\n1\ta, b\n", {looksLike("CSV")}},
+        {"\n<?xml version=\"1.0\"?><page/>", {looksLike("XML")}},
+        {"\n<?xml version=\"1.0\"?><log/>", {imports("an XES log")}},
+        {R"({"title":"t","steps":[{"type":"click","selectors":[["#a"]]}]})",
+         {imports("a script of user steps")},
+         2},
+        {"{\"key\":\"a\"}\r\n{\"key\":\"b\"}\n", {imports("JSON lines")}, 2},
+        {R"([{"type":4,"data":{"href":"a\"b"},"timestamp":1}])", {imports("a recording of rrweb")}},
+        {"\"case\",\"key, quoted\"\r\n1,\"two\nlines\"\r\n", {imports("CSV")}},
+        {"case\tkey\n1\ta, b\n", {imports("CSV")}},
     };
 
     for (const auto& row : rows) {
