@@ -1,7 +1,9 @@
 #include "import/importfiles.h"
 
 #include "import/importbytes.h"
+#include "import/importcsvrows.h"
 #include "import/importformat.h"
+#include "import/importjsonwalk.h"
 #include "import/importlogreader.h"
 #include "import/importplaywrightreader.h"
 #include "import/importrrwebreader.h"
@@ -20,7 +22,8 @@ namespace import {
 
 namespace {
 
-constexpr qint64 HEAD = 1 << 16; // bytes that tell a format
+constexpr qint64 HEAD = 1 << 16;     // bytes that tell a format
+constexpr qsizetype MOST_NAMED = 50; // columns in a message
 
 bool opens(QFile& file) {
     if (file.fileName() != u"-")
@@ -80,11 +83,47 @@ collecting usualFor(Format format, const options& options) {
     return how;
 }
 
-QString faultOf(Format format, const options& options) {
+/// The members of the first object, if the text or the array that it is begins with one.
+QStringList membersOf(Bytes& bytes) {
+    QStringList names;
+    JsonScanner scanner(bytes);
+    if (scanner.peek() == JsonScanner::Next::Array)
+        scanner.step();
+    each_member(scanner, [&](const std::string& name) {
+        names.append(QString::fromStdString(name));
+        return names.size() < MOST_NAMED && scanner.skipValue();
+    });
+    return names;
+}
+
+QStringList columnsOf(Bytes& bytes) {
+    CsvRows rows(bytes);
+    rows.choose({});
+    QStringList names;
+    for (const QString& name : rows.columns()) {
+        if (names.size() < MOST_NAMED)
+            names.append(name);
+    }
+    return names;
+}
+
+/// Of a table: which columns it has, from which people choose.
+QString keylessFault(Format format, const std::string& head) {
+    QByteArray text = QByteArray::fromStdString(head);
+    QBuffer buffer(&text);
+    buffer.open(QIODevice::ReadOnly);
+    Bytes bytes(buffer);
+    const QStringList names = format == Format::Csv ? columnsOf(bytes) : membersOf(bytes);
+    const QString fault =
+        QStringLiteral("it is a table: --key must name the columns that make the key");
+    return names.isEmpty()
+               ? fault
+               : fault + QStringLiteral("; there are: ") + names.join(QStringLiteral(", "));
+}
+
+QString faultOf(Format format, const options& options, const std::string& head) {
     const bool isTable = format == Format::Csv || format == Format::JsonLines;
-    if (isTable && options.table.key.empty())
-        return QStringLiteral("it is a table: --key must name the columns that make the key");
-    return {};
+    return isTable && options.table.key.empty() ? keylessFault(format, head) : QString();
 }
 
 outcome readOpen(QIODevice& file, const options& options, Collector& into) {
@@ -97,7 +136,7 @@ outcome readOpen(QIODevice& file, const options& options, Collector& into) {
                 QStringLiteral("no format of recordings that is known") +
                     (why.isEmpty() ? QString() : QStringLiteral(": ") + why)};
     }
-    const QString fault = faultOf(*format, options);
+    const QString fault = faultOf(*format, options, head);
     if (!fault.isEmpty())
         return {outcome::Kind::WrongUsage, fault};
     into.setCollecting(usualFor(*format, options));

@@ -116,6 +116,9 @@ ExitStatus writeLog(const import::options& options) {
     import::LogWriter log(*output);
     import::Collector collector(keys, log);
     const ExitStatus status = readAll(options, collector);
+    // What cannot be read does not take the place of a log that is there.
+    if ((status == FAILED || status == WRONG_USAGE) && collector.events() == 0)
+        return status;
     if (!log.finish() || !isCommitted(*output)) {
         complain(name, output->errorString());
         return FAILED;

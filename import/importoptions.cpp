@@ -69,7 +69,7 @@ void declare(QCommandLineParser& parser) {
          QStringLiteral("transition")},
         {RULES, QStringLiteral("Read key rules from a file."), QStringLiteral("file")},
         {RULE, QStringLiteral("A key rule, behind those of files."), QStringLiteral("rule")},
-        {KEYS, QStringLiteral("List the keys instead of a log: events, how they were named, key.")},
+        {KEYS, QStringLiteral("List the keys instead of a log: events, key, how it was named.")},
         {PLACES,
          QStringLiteral("grid: keys without positions get a cell each; as-is: they have none."),
          QStringLiteral("how")},

@@ -21,7 +21,9 @@ struct known_table {
 };
 
 constexpr known_table KNOWN[] = {
-    {"action-logger", "targetApp,target.sheetName,target.id,target.name,target.innerText", "",
+    // Without target.innerText, which of an editable element is what people typed.
+    {"action-logger",
+     "targetApp,target.sheetName,target.id,target.name,target.title,target.tagName", "",
      "eventType", "select*=menu", "", "", "", ""},
     {"datadog", "action.target.name", "session.id", "action.type", "click=down,tap=down,*=skip",
      "_dd.action.position.x", "_dd.action.position.y", "", ""},
