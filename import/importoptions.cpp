@@ -99,7 +99,7 @@ QString addFile(Rules& rules, const QString& path) {
 
 QString addRules(Rules& rules, const QCommandLineParser& parser) {
     for (const QString& path : parser.values(RULES)) {
-        const QString fault = addFile(rules, path);
+        QString fault = addFile(rules, path);
         if (!fault.isEmpty())
             return fault;
     }

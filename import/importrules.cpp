@@ -36,7 +36,7 @@ QString takePattern(QString& rest) {
         return first == u'"' ? pattern.mid(1, std::max<qsizetype>(pattern.size() - 2, 0)) : pattern;
     }
     const qsizetype equals = rest.indexOf(QStringLiteral(" = "));
-    const QString pattern = equals < 0 ? rest : rest.left(equals).trimmed();
+    QString pattern = equals < 0 ? rest : rest.left(equals).trimmed();
     rest = equals < 0 ? QString() : rest.mid(equals + 1);
     return pattern;
 }
