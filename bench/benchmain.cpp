@@ -1,3 +1,4 @@
+#include "bench/benchimport.h"
 #include "bench/benchlogs.h"
 #include "bench/benchmemory.h"
 #include "bench/benchrows.h"
@@ -12,6 +13,8 @@
 int main(int argc, char** argv) {
     if (argc == 3 && argv[1] == std::string_view("--load"))
         return bench::loadAndReport(argv[2]);
+    if (argc > 2 && argv[1] == std::string_view("--import"))
+        return bench::importAndReport(argc, argv);
     const QCoreApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
@@ -21,6 +24,7 @@ int main(int argc, char** argv) {
     bench::addReading(logs);
     bench::addMemory(logs);
     bench::addCycleBuilding();
+    bench::addImport();
     bench::addMerging();
     bench::Table table;
     benchmark::RunSpecifiedBenchmarks(&table);

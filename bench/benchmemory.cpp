@@ -18,17 +18,6 @@ namespace bench {
 
 namespace {
 
-/// The largest resident size so far. Not from getrusage, which takes over the parent's.
-long peakKilobytes() {
-    std::ifstream status("/proc/self/status");
-    std::string word;
-    long peak = 0;
-    while (status >> word && word != "VmHWM:") {
-    }
-    status >> peak;
-    return peak;
-}
-
 void measureLoad(benchmark::State& state, const LogFile& log) {
     for (auto _ : state) {
         QProcess process;
@@ -48,6 +37,17 @@ void measureSize(benchmark::State& state, const LogFile& log) {
 }
 
 } // namespace
+
+/// Not from getrusage, which takes over the parent's.
+long peakKilobytes() {
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    long peak = 0;
+    while (status >> word && word != "VmHWM:") {
+    }
+    status >> peak;
+    return peak;
+}
 
 int loadAndReport(const std::string& path) {
     QFile file(QString::fromStdString(path));

@@ -8,4 +8,7 @@ namespace bench {
 /// what the measurements of memory start a process for. Returns an exit status.
 int loadAndReport(const std::string& path);
 
+/// The largest resident size of this process so far.
+long peakKilobytes();
+
 } // namespace bench

@@ -22,6 +22,9 @@ enum class Length {
 /// Name of the counter of a measurement of memory in bytes, in place of time.
 inline constexpr char BYTES[] = "bytes";
 
+/// Name of the counter of the processor time that another process took, in place of this one's.
+inline constexpr char SECONDS[] = "seconds";
+
 /// Adds a measurement of what `contender` does to the table. Those of the same `what` follow each
 /// other, `OURS` first; `what` holds no slash. `target`: how many times as fast as this contender
 /// ours should be, or at most how many times its bytes ours may take; 0 for none.
@@ -37,6 +40,7 @@ void addParsing(Logs& logs);
 void addReading(Logs& logs);
 void addMemory(Logs& logs);
 void addCycleBuilding();
+void addImport();
 void addMerging();
 
 } // namespace bench

@@ -81,7 +81,10 @@ Table::result Table::resultOf(const Run& run) {
         made.figure = threeDigits(made.cost / 1e6) + " MB";
         return made;
     }
-    made.cost = run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
+    const auto seconds = run.counters.find(SECONDS);
+    made.cost = seconds != run.counters.end()
+                    ? seconds->second.value
+                    : run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
     const auto speed = run.counters.find("bytes_per_second");
     made.figure = speed == run.counters.end() ? timeOf(made.cost)
                                               : threeDigits(speed->second.value / 1e6) + " MB/s";
