@@ -11,6 +11,7 @@ namespace import {
 namespace {
 
 constexpr std::size_t LONGEST_ROW = std::size_t(64) << 20; // bytes
+constexpr std::size_t MOST_COLUMNS = 100'000;
 constexpr std::array<char, 4> SEPARATORS{',', ';', '\t', '|'};
 
 bool isLineEnd(char c) {
@@ -167,9 +168,15 @@ void CsvRows::scanBehindQuote(char c) {
 void CsvRows::endCell() {
     if (!mCell.isQuoted)
         mCell.to = mAt;
-    mSpans.push_back(mCell);
+    if (mSpans.size() < mostCells())
+        mSpans.push_back(mCell);
     mCell = {};
     mState = At::CellStart;
+}
+
+/// One more than there are columns tells a row that has too many.
+std::size_t CsvRows::mostCells() const {
+    return mColumns.empty() ? MOST_COLUMNS : mColumns.size() + 1;
 }
 
 /// The cell's text; pairs of quotes become one in place.

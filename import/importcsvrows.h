@@ -43,6 +43,7 @@ private:
     void scanQuoted(std::string_view text);
     void scanBehindQuote(char c);
     void endCell();
+    std::size_t mostCells() const;
     std::string_view textOf(const span& cell);
 
     Bytes& mBytes;

@@ -15,7 +15,8 @@
 #include <QBuffer>
 #include <QFile>
 
-#include <cstdio>
+#include <unistd.h>
+
 #include <memory>
 
 namespace import {
@@ -28,12 +29,17 @@ constexpr qsizetype MOST_NAMED = 50; // columns in a message
 bool opens(QFile& file) {
     if (file.fileName() != u"-")
         return file.open(QIODevice::ReadOnly);
-    return file.open(stdin, QIODevice::ReadOnly);
+    return file.open(STDIN_FILENO, QIODevice::ReadOnly);
 }
 
 /// The beginning of the file as UTF-8, left in place; packed files as they are.
 std::string headOf(QIODevice& file) {
     QByteArray raw = file.peek(HEAD);
+    // A pipe gives what was written to it at once, and may have more.
+    for (qsizetype before = 0; raw.size() > before && raw.size() < HEAD;) {
+        before = raw.size();
+        raw = file.peek(HEAD);
+    }
     if (raw.startsWith("PK"))
         return raw.toStdString();
     QBuffer buffer(&raw);
@@ -63,9 +69,8 @@ std::unique_ptr<Reader> newReader(Format format, const options& options) {
     case Format::Side:
         return std::make_unique<ScriptReader>(ScriptReader::Kind::Side, options.rules,
                                               options.fields);
-    default:
-        return nullptr;
     }
+    return nullptr;
 }
 
 /// What is usual for a format where the options leave it open: scripts and cases are joined, and

@@ -10,6 +10,7 @@
 #include <QSaveFile>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <memory>
 #include <new>
@@ -116,10 +117,11 @@ ExitStatus writeLog(const import::options& options) {
     import::LogWriter log(*output);
     import::Collector collector(keys, log);
     const ExitStatus status = readAll(options, collector);
-    // What cannot be read does not take the place of a log that is there.
     if ((status == FAILED || status == WRONG_USAGE) && collector.events() == 0)
         return status;
-    if (!log.finish() || !isCommitted(*output)) {
+    // What was at `-o`, the input itself perhaps, does not give way to nothing.
+    const bool isKept = !options.output.isEmpty() && collector.events() == 0;
+    if (!log.finish() || (!isKept && !isCommitted(*output))) {
         complain(name, output->errorString());
         return FAILED;
     }
@@ -144,6 +146,7 @@ int run(const import::options& options) {
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
+    std::signal(SIGXFSZ, SIG_IGN); // a file that grew too large is a fault of its output
     try {
         return run(import::parse_options(QCoreApplication::arguments()));
     } catch (const std::bad_alloc&) {

@@ -296,7 +296,7 @@ bool copied(QIODevice& source, QTemporaryFile& copy) {
 
 outcome PlaywrightReader::read(QIODevice& source, Collector& into) {
     const auto* const file = qobject_cast<QFile*>(&source);
-    if (file && !file->isSequential() && file->fileName() != u"-")
+    if (file && !file->isSequential() && !file->fileName().isEmpty()) // standard input has none
         return readArchive(file->fileName(), mOptions, into);
     QTemporaryFile copy;
     if (!copied(source, copy))

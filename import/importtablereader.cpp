@@ -67,6 +67,8 @@ private:
         QStringList known;
         for (const QString& name : mRows.columns())
             known.append(name);
+        if (known.empty())
+            return QStringLiteral("its first row, which names the columns, is over 64 MB or cut");
         return QStringLiteral("there is no column '%1'; there are: %2")
             .arg(unknown, known.join(QStringLiteral(", ")));
     }

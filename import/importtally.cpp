@@ -7,6 +7,7 @@ namespace import {
 namespace {
 
 constexpr std::size_t MOST_NAMES = 100;
+constexpr std::size_t LONGEST_NAME = 60; // bytes
 constexpr std::string_view OTHERS = "others";
 
 } // namespace
@@ -14,6 +15,9 @@ constexpr std::string_view OTHERS = "others";
 void Tally::count(std::string_view name, std::int64_t times) {
     if (times == 0)
         return;
+    const std::string cut = name.size() > LONGEST_NAME ? cleaned(name) : std::string();
+    if (!cut.empty())
+        name = cut;
     auto known = mCounts.find(name);
     if (known == mCounts.end() && mCounts.size() >= MOST_NAMES)
         known = mCounts.emplace(OTHERS, 0).first;

@@ -8,7 +8,7 @@
 namespace import {
 
 /// Counts by name, for what the summary tells; as many names as formats have words for them, plus
-/// those of a source, of which only the first hundred are kept apart.
+/// those of a source, of which only the first hundred are kept apart, by their first 60 characters.
 class Tally {
 public:
     void count(std::string_view name, std::int64_t times = 1);
