@@ -166,10 +166,10 @@ void Locator::addPath(std::string_view path) {
     keep(Named::Path, shown);
 }
 
-chosen_name Locator::choose(const naming& naming, const TypedTexts& typed) const {
+chosen_name Locator::choose(const naming& naming, WrittenTexts& typed) const {
     element_names found{};
     for (std::size_t i = 0; i < found.size(); ++i) {
-        if (!typed.areIn(mNames[i]))
+        if (!typed.isRepeatedBy(mNames[i]))
             found[i] = mNames[i];
     }
     if (!mTrustsText && !hasLabelText())

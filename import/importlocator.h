@@ -1,7 +1,7 @@
 #pragma once
 
 #include "import/importnames.h"
-#include "import/importtypedtexts.h"
+#include "import/importwrittentexts.h"
 
 #include <string>
 #include <string_view>
@@ -41,8 +41,8 @@ public:
     /// Takes any element's text for a label: for locators that people write.
     void trustText() { mTrustsText = true; }
 
-    /// The element's name by the order of `naming`, without those that hold a typed text.
-    chosen_name choose(const naming& naming, const TypedTexts& typed) const;
+    /// The element's name by the order of `naming`, without those that repeat a typed text.
+    chosen_name choose(const naming& naming, WrittenTexts& typed) const;
 
     bool isSelect() const { return mTag == "select" || mRole == "combobox" || mRole == "listbox"; }
 

@@ -193,8 +193,8 @@ private:
     }
 
     void noteTyped(const JsonValue& params) {
-        mTyped.add(text(params, "value"));
-        mTyped.add(text(params, "text"));
+        mTyped.note(text(params, "value"));
+        mTyped.note(text(params, "text"));
     }
 
     void nameBy(std::string_view selector, open_action& action) {
@@ -227,7 +227,7 @@ private:
     const bool mFields;
     naming mNaming;
     Collector& mInto;
-    TypedTexts mTyped;
+    WrittenTexts mTyped;
     text_map<open_action> mOpen;
     std::string mField; // the field typed into last; empty when something else came between
     QString mDoubt;

@@ -100,7 +100,7 @@ public:
     }
 
     /// Before the step that types it.
-    void noteTyped(std::string_view text) { mTyped.add(text); }
+    void noteTyped(std::string_view text) { mTyped.note(text); }
 
     Collector& into() { return mInto; }
 
@@ -129,7 +129,7 @@ private:
     const bool mFields;
     Collector& mInto;
     std::string mField; // the field typed into last
-    TypedTexts mTyped;
+    WrittenTexts mTyped;
 };
 
 /// "Save[role=\"button\"]": the role stands behind the name.

@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t MOST = 100'000;
 constexpr std::size_t LONGEST = 255; // bytes
 constexpr std::size_t SHORTEST = 2;  // bytes; shorter ones say nothing of anyone
-constexpr std::size_t WORD = 4;      // bytes from which a text is looked for among the words
+constexpr std::size_t WORD = 3;      // bytes from which a text is looked for among the words
 constexpr std::size_t ANYWHERE = 6;  // bytes from which it is looked for within words
 
 std::string folded(std::string_view text) {

@@ -10,7 +10,8 @@
 
 namespace import {
 
-/// What people wrote into the fields of pages, for telling names that repeat it. Of each text its
+/// What people or scripts wrote into the fields of pages, for telling names that repeat it, such as
+/// the name of a list's entry. Of each text its
 /// beginning is held, and the last hundred thousand states of fields.
 class WrittenTexts {
 public:
@@ -19,6 +20,9 @@ public:
 
     /// The text that a field holds now. While it is written on, or back, it stays one text.
     void note(std::int64_t field, std::string_view text);
+
+    /// A text of which only is known that it was typed.
+    void note(std::string_view text) { note(newPage(), text); }
 
     /// Whether the name is what was written, holds it, or is its beginning. Upper case is lower
     /// case; texts of a few characters have to be the whole name, or words of it.
