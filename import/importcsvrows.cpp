@@ -20,6 +20,10 @@ bool isLineEnd(char c) {
 
 } // namespace
 
+CsvRows::CsvRows(Bytes& bytes)
+    : mBytes(bytes)
+    , mMostCells(MOST_COLUMNS) {}
+
 QString CsvRows::choose(const std::vector<QString>& columns) {
     tellSeparator();
     if (nextRow() == Next::Row) {
@@ -36,6 +40,7 @@ QString CsvRows::choose(const std::vector<QString>& columns) {
         mChosen.push_back(static_cast<std::size_t>(found - mColumns.begin()));
     }
     mCells.resize(mChosen.size());
+    mMostCells = mColumns.size() + 1; // one more tells a row that has too many
     return {};
 }
 
@@ -168,15 +173,10 @@ void CsvRows::scanBehindQuote(char c) {
 void CsvRows::endCell() {
     if (!mCell.isQuoted)
         mCell.to = mAt;
-    if (mSpans.size() < mostCells())
+    if (mSpans.size() < mMostCells)
         mSpans.push_back(mCell);
     mCell = {};
     mState = At::CellStart;
-}
-
-/// One more than there are columns tells a row that has too many.
-std::size_t CsvRows::mostCells() const {
-    return mColumns.empty() ? MOST_COLUMNS : mColumns.size() + 1;
 }
 
 /// The cell's text; pairs of quotes become one in place.

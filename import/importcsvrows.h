@@ -14,8 +14,7 @@ namespace import {
 class CsvRows : public Rows {
 public:
     /// `bytes` is not owned and outlives the rows.
-    explicit CsvRows(Bytes& bytes)
-        : mBytes(bytes) {}
+    explicit CsvRows(Bytes& bytes);
 
     QString choose(const std::vector<QString>& columns) override;
     Next next() override;
@@ -43,7 +42,6 @@ private:
     void scanQuoted(std::string_view text);
     void scanBehindQuote(char c);
     void endCell();
-    std::size_t mostCells() const;
     std::string_view textOf(const span& cell);
 
     Bytes& mBytes;
@@ -53,6 +51,7 @@ private:
 
     // The row at hand: offsets within what is held, of which it is the beginning.
     std::vector<span> mSpans;
+    std::size_t mMostCells;
     span mCell;
     At mState = At::CellStart;
     std::size_t mAt = 0;
