@@ -24,7 +24,7 @@ constexpr std::array<named_format, 7> FORMATS{{{"table", Format::Csv},
                                                {"side", Format::Side},
                                                {"log", Format::Log}}};
 
-std::string_view trimmed(std::string_view text) {
+std::string_view fromFirstLetter(std::string_view text) {
     constexpr std::string_view BLANKS = " \t\r\n\xef\xbb\xbf";
     text.remove_prefix(std::min(text.find_first_not_of(BLANKS), text.size()));
     return text;
@@ -103,7 +103,8 @@ std::optional<Format> format_named(const QString& name, std::string_view head) {
     for (const named_format& known : FORMATS) {
         if (name != QLatin1String(known.name))
             continue;
-        const bool isJson = trimmed(head).starts_with('{') || trimmed(head).starts_with('[');
+        const bool isJson =
+            fromFirstLetter(head).starts_with('{') || fromFirstLetter(head).starts_with('[');
         return known.format == Format::Csv && isJson ? Format::JsonLines : known.format;
     }
     return std::nullopt;
@@ -119,7 +120,7 @@ QStringList format_names() {
 std::optional<Format> tell_format(std::string_view head) {
     if (head.starts_with("PK\x03\x04"sv) || head.starts_with("PK\x05\x06"sv))
         return Format::Playwright;
-    const std::string_view text = trimmed(head);
+    const std::string_view text = fromFirstLetter(head);
     if (text.starts_with('<'))
         return text.find("<log") != std::string_view::npos ? std::optional(Format::Xes)
                                                            : std::nullopt;
@@ -135,9 +136,9 @@ std::optional<Format> tell_format(std::string_view head) {
 QString guess(std::string_view head) {
     if (head.starts_with("\x1f\x8b"))
         return QStringLiteral("it is packed by gzip; unpack it first");
-    if (trimmed(head).empty())
+    if (fromFirstLetter(head).empty())
         return QStringLiteral("it is empty");
-    if (trimmed(head).starts_with('<'))
+    if (fromFirstLetter(head).starts_with('<'))
         return QStringLiteral("it is XML, but no XES log");
     return {};
 }

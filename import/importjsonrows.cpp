@@ -6,7 +6,7 @@ namespace import {
 
 namespace {
 
-constexpr std::size_t LONGEST_ROW = std::size_t(64) << 20; // bytes
+constexpr std::size_t LONGEST_OBJECT = std::size_t(64) << 20; // bytes
 
 /// The value at a path; members whose names hold dots are found before the path is parted there.
 const JsonValue* valueAt(const JsonValue& row, const std::string& path) {
@@ -55,7 +55,7 @@ Rows::Next JsonRows::next() {
 
 Rows::Next JsonRows::take() {
     std::string_view text;
-    switch (mScanner.takeValue(text, LONGEST_ROW)) {
+    switch (mScanner.takeValue(text, LONGEST_OBJECT)) {
     case JsonScanner::Taken::TooLarge:
         return Next::Odd;
     case JsonScanner::Taken::Cut:

@@ -14,23 +14,23 @@ namespace {
 
 constexpr std::size_t LONGEST_NAME = 1 << 16; // bytes
 
-bool isBlank(char c) {
+bool isBetween(char c) {
     return c == ' ' || c == '\n' || c == '\r' || c == '\t' || c == ',' || c == ':' || c == '\x1e';
 }
 
-enum class Kind : unsigned char { Other, Open, Close, Quote, Blank };
+enum class ByteKind : unsigned char { Other, Open, Close, Quote, Blank };
 
-constexpr std::array<Kind, 256> kinds() {
-    std::array<Kind, 256> table{};
-    table['{'] = table['['] = Kind::Open;
-    table['}'] = table[']'] = Kind::Close;
-    table['"'] = Kind::Quote;
+constexpr std::array<ByteKind, 256> kinds() {
+    std::array<ByteKind, 256> table{};
+    table['{'] = table['['] = ByteKind::Open;
+    table['}'] = table[']'] = ByteKind::Close;
+    table['"'] = ByteKind::Quote;
     for (const char c : {' ', '\n', '\r', '\t', ',', ':', '\x1e'})
-        table[static_cast<unsigned char>(c)] = Kind::Blank;
+        table[static_cast<unsigned char>(c)] = ByteKind::Blank;
     return table;
 }
 
-constexpr std::array<Kind, 256> KINDS = kinds();
+constexpr std::array<ByteKind, 256> KINDS = kinds();
 
 constexpr std::size_t BLOCK = 64; // bytes looked at in one go
 
@@ -77,7 +77,7 @@ JsonScanner::Next JsonScanner::peek() {
     for (;;) {
         const std::string_view held = mBytes.held();
         std::size_t at = 0;
-        while (at < held.size() && isBlank(held[at]))
+        while (at < held.size() && isBetween(held[at]))
             ++at;
         mBytes.use(at);
         if (at < held.size())
@@ -97,7 +97,7 @@ JsonScanner::Next JsonScanner::peek() {
     case '"':
         return Next::String;
     default:
-        return KINDS[static_cast<unsigned char>(mBytes.held().front())] == Kind::Other
+        return KINDS[static_cast<unsigned char>(mBytes.held().front())] == ByteKind::Other
                    ? Next::Scalar
                    : Next::Broken;
     }
@@ -190,16 +190,16 @@ void JsonScanner::look(std::string_view text) {
                 now.isDone = now.depth == 0;
             }
         } else {
-            const Kind kind = KINDS[static_cast<unsigned char>(c)];
-            if (now.isScalar && kind != Kind::Other) {
+            const ByteKind kind = KINDS[static_cast<unsigned char>(c)];
+            if (now.isScalar && kind != ByteKind::Other) {
                 now.isDone = true;
                 break;
             }
             ++now.at;
-            now.inString = kind == Kind::Quote;
-            now.isScalar = kind == Kind::Other && now.depth == 0;
-            now.depth += kind == Kind::Open ? 1 : 0;
-            if (kind == Kind::Close) {
+            now.inString = kind == ByteKind::Quote;
+            now.isScalar = kind == ByteKind::Other && now.depth == 0;
+            now.depth += kind == ByteKind::Open ? 1 : 0;
+            if (kind == ByteKind::Close) {
                 now.depth -= now.depth > 0 ? 1 : 0;
                 now.isDone = now.depth == 0;
             }

@@ -7,7 +7,7 @@ namespace import {
 
 namespace {
 
-constexpr std::size_t PIECE = 1 << 16; // bytes written at a time
+constexpr std::size_t WRITTEN_AT_ONCE = 1 << 16; // bytes written at a time
 
 constexpr std::string_view memberOf(Gesture gesture) {
     switch (gesture) {
@@ -26,7 +26,7 @@ constexpr std::string_view memberOf(Gesture gesture) {
 LogWriter::LogWriter(QIODevice& device)
     : mDevice(device)
     , mText("[") {
-    mText.reserve(2 * PIECE);
+    mText.reserve(2 * WRITTEN_AT_ONCE);
 }
 
 void LogWriter::add(const event& event) {
@@ -43,7 +43,7 @@ void LogWriter::add(const event& event) {
         append(event.at->y);
     }
     mText += ']';
-    if (mText.size() > PIECE)
+    if (mText.size() > WRITTEN_AT_ONCE)
         flush();
 }
 

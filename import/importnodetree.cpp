@@ -9,7 +9,7 @@ namespace {
 
 using Node = NodeTree::Node;
 
-constexpr std::size_t LONGEST_TEXT = 255; // bytes, more than the longest part of a key
+constexpr std::size_t LONGEST_KEPT_TEXT = 255; // bytes, more than the longest part of a key
 constexpr std::size_t SMALL_IDS = 1 << 16;
 constexpr int DOCUMENT = 0;
 constexpr int ELEMENT = 2;
@@ -30,9 +30,9 @@ NodeTree::Kind kindOf(int type) {
 
 /// The text up to a border of characters.
 std::string_view beginningOf(std::string_view text) {
-    if (text.size() <= LONGEST_TEXT)
+    if (text.size() <= LONGEST_KEPT_TEXT)
         return text;
-    std::size_t end = LONGEST_TEXT;
+    std::size_t end = LONGEST_KEPT_TEXT;
     while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xc0) == 0x80)
         --end;
     return text.substr(0, end);
@@ -54,7 +54,7 @@ std::size_t sizeOf(const node_attribute& attribute) {
 /// use.
 void append(std::string& facts, std::string_view name, std::string_view value) {
     const bool isUseful = name != "class" || value.find("rr-") != std::string_view::npos;
-    if (value.empty() || name.size() > LONGEST_TEXT || !isUseful)
+    if (value.empty() || name.size() > LONGEST_KEPT_TEXT || !isUseful)
         return;
     value = beginningOf(value);
     facts += static_cast<char>(name.size());

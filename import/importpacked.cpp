@@ -6,7 +6,7 @@ namespace import {
 
 namespace {
 
-constexpr std::size_t PIECE = 1 << 18; // bytes unpacked at a time
+constexpr std::size_t UNPACKED_AT_ONCE = 1 << 18; // bytes unpacked at a time
 
 /// The bytes that the characters of UTF-8 text are numbers of; empty when one is larger.
 std::optional<std::string> bytesOf(std::string_view text) {
@@ -46,9 +46,9 @@ public:
         int state = mIsReady ? Z_OK : Z_STREAM_ERROR;
         while (state == Z_OK && text.size() <= largest) {
             const std::size_t from = text.size();
-            text.resize(from + PIECE);
+            text.resize(from + UNPACKED_AT_ONCE);
             mStream.next_out = reinterpret_cast<Bytef*>(text.data() + from);
-            mStream.avail_out = PIECE;
+            mStream.avail_out = UNPACKED_AT_ONCE;
             state = inflate(&mStream, Z_NO_FLUSH);
             text.resize(text.size() - mStream.avail_out);
         }

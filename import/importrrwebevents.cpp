@@ -10,13 +10,13 @@ namespace import {
 
 namespace {
 
-constexpr std::size_t LARGEST = std::size_t(64) << 20; // bytes of an event
+constexpr std::size_t LARGEST_EVENT = std::size_t(64) << 20; // bytes of an event
 constexpr std::size_t LARGEST_ID = 1 << 20;
 constexpr std::size_t LOOK_AHEAD = 1 << 16; // bytes that tell events from what wraps them
 constexpr std::size_t MOST_LEVELS = 16;
 
 template <std::size_t SIZE>
-bool isOneOf(std::string_view name, const std::array<std::string_view, SIZE>& names) {
+bool isAmong(std::string_view name, const std::array<std::string_view, SIZE>& names) {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
@@ -74,14 +74,14 @@ private:
     std::optional<bool> tell(std::string_view name) {
         if (mDepth == 1) {
             mIsData = name == "data";
-            if (isOneOf(name, OF_WRAPPERS))
+            if (isAmong(name, OF_WRAPPERS))
                 return true;
-            if (isOneOf(name, OF_EVENTS))
+            if (isAmong(name, OF_EVENTS))
                 return false;
         } else if (mDepth == 2 && mIsData) {
             if (name.starts_with("snapshots"))
                 return true;
-            if (isOneOf(name, OF_EVENT_DATA))
+            if (isAmong(name, OF_EVENT_DATA))
                 return false;
         }
         return std::nullopt;
@@ -171,7 +171,7 @@ bool RrwebEvents::takeMember() {
         return false;
     const bool isByWindow = mLevels.back().isByWindow;
     const JsonScanner::Next value = mScanner.peek();
-    if (value == JsonScanner::Next::Array && (isByWindow || isOneOf(name, LISTS))) {
+    if (value == JsonScanner::Next::Array && (isByWindow || isAmong(name, LISTS))) {
         enter(true, false);
         if (isByWindow)
             mStream = name;
@@ -183,7 +183,7 @@ bool RrwebEvents::takeMember() {
         enter(false, isWindows);
         return true;
     }
-    if (name == "session" || isOneOf(name, IDS))
+    if (name == "session" || isAmong(name, IDS))
         return takeId();
     return mScanner.skipValue();
 }
@@ -212,7 +212,7 @@ bool RrwebEvents::takeId() {
 
 RrwebEvents::Next RrwebEvents::take() {
     std::string_view text;
-    switch (mScanner.takeValue(text, LARGEST)) {
+    switch (mScanner.takeValue(text, LARGEST_EVENT)) {
     case JsonScanner::Taken::TooLarge:
         return Next::TooLarge;
     case JsonScanner::Taken::Cut:
@@ -233,7 +233,7 @@ RrwebEvents::Next RrwebEvents::unpack() {
     const JsonValue* const value = mJson.parse(mScanner.data(), mSize);
     const std::string_view text = value ? import::text(*value) : std::string_view();
     mIsPacked = !text.starts_with('{');
-    auto plain = mIsPacked ? unpacked(text, LARGEST) : std::string(text);
+    auto plain = mIsPacked ? unpacked(text, LARGEST_EVENT) : std::string(text);
     mScanner.finishValue();
     mIsHeld = false;
     if (!plain)

@@ -9,44 +9,44 @@ namespace import {
 
 namespace {
 
-enum class Act { Click, DoubleClick, Down, Up, Type, Choose, None };
+enum class StepAct { Click, DoubleClick, Down, Up, Type, Choose, None };
 
-struct named_act {
+struct named_step {
     std::string_view name;
-    Act act;
+    StepAct act;
 };
 
-constexpr std::array<named_act, 3> STEPS{
-    {{"click", Act::Click}, {"doubleClick", Act::DoubleClick}, {"change", Act::Type}}};
+constexpr std::array<named_step, 3> STEPS{
+    {{"click", StepAct::Click}, {"doubleClick", StepAct::DoubleClick}, {"change", StepAct::Type}}};
 
 constexpr std::array<std::string_view, 10> OTHER_STEPS{
     "setViewport",    "navigate",          "scroll",    "hover", "keyDown", "keyUp", "close",
     "waitForElement", "waitForExpression", "customStep"};
 
-constexpr std::array<named_act, 16> COMMANDS{{{"click", Act::Click},
-                                              {"clickAt", Act::Click},
-                                              {"submit", Act::Click},
-                                              {"check", Act::Click},
-                                              {"uncheck", Act::Click},
-                                              {"doubleClick", Act::DoubleClick},
-                                              {"doubleClickAt", Act::DoubleClick},
-                                              {"mouseDown", Act::Down},
-                                              {"mouseDownAt", Act::Down},
-                                              {"mouseUp", Act::Up},
-                                              {"mouseUpAt", Act::Up},
-                                              {"type", Act::Type},
-                                              {"sendKeys", Act::Type},
-                                              {"editContent", Act::Type},
-                                              {"select", Act::Choose},
-                                              {"addSelection", Act::Choose}}};
+constexpr std::array<named_step, 16> COMMANDS{{{"click", StepAct::Click},
+                                               {"clickAt", StepAct::Click},
+                                               {"submit", StepAct::Click},
+                                               {"check", StepAct::Click},
+                                               {"uncheck", StepAct::Click},
+                                               {"doubleClick", StepAct::DoubleClick},
+                                               {"doubleClickAt", StepAct::DoubleClick},
+                                               {"mouseDown", StepAct::Down},
+                                               {"mouseDownAt", StepAct::Down},
+                                               {"mouseUp", StepAct::Up},
+                                               {"mouseUpAt", StepAct::Up},
+                                               {"type", StepAct::Type},
+                                               {"sendKeys", StepAct::Type},
+                                               {"editContent", StepAct::Type},
+                                               {"select", StepAct::Choose},
+                                               {"addSelection", StepAct::Choose}}};
 
 template <typename Acts>
-Act actOf(const Acts& acts, std::string_view name) {
-    for (const named_act& known : acts) {
+StepAct stepOf(const Acts& acts, std::string_view name) {
+    for (const named_step& known : acts) {
         if (known.name == name)
             return known.act;
     }
-    return Act::None;
+    return StepAct::None;
 }
 
 bool takePrefix(std::string_view& text, std::string_view prefix) {
@@ -72,29 +72,29 @@ public:
     void end() { mInto.endRecording(); }
 
     /// `name`: of the step, for what is skipped.
-    void add(Act act, std::string_view name, const Locator& locator, std::string_view choice) {
+    void add(StepAct act, std::string_view name, const Locator& locator, std::string_view choice) {
         const chosen_name element = locator.choose(mNaming, mTyped);
         event event;
         event.key = element.text;
         event.named = element.named;
-        if (act != Act::Type)
+        if (act != StepAct::Type)
             mField.clear();
         switch (act) {
-        case Act::None:
+        case StepAct::None:
             return mInto.skip(name);
-        case Act::DoubleClick:
+        case StepAct::DoubleClick:
             mInto.addPress(event);
             return mInto.addPress(event);
-        case Act::Click:
+        case StepAct::Click:
             return mInto.addPress(event);
-        case Act::Down:
+        case StepAct::Down:
             return mInto.add(event);
-        case Act::Up:
+        case StepAct::Up:
             event.gesture = Gesture::Up;
             return mInto.add(event);
-        case Act::Type:
+        case StepAct::Type:
             return addTyping(event);
-        case Act::Choose:
+        case StepAct::Choose:
             return addChoice(event, choice);
         }
     }
@@ -173,15 +173,15 @@ Locator locatorOfStep(const JsonValue& step, const naming& naming) {
 
 void addStep(Steps& steps, const JsonValue& step) {
     const std::string_view type = text(step, "type");
-    const Act act = actOf(STEPS, type);
+    const StepAct act = stepOf(STEPS, type);
     const Locator locator = locatorOfStep(step, steps.naming());
-    if (act == Act::None &&
+    if (act == StepAct::None &&
         std::find(OTHER_STEPS.begin(), OTHER_STEPS.end(), type) == OTHER_STEPS.end())
         return steps.into().report("step of an unknown kind");
     // The value of a choice is an item of the menu; that of a field was typed.
-    if (act == Act::Type && locator.isSelect())
-        return steps.add(Act::Choose, type, locator, text(step, "value"));
-    if (act == Act::Type)
+    if (act == StepAct::Type && locator.isSelect())
+        return steps.add(StepAct::Choose, type, locator, text(step, "value"));
+    if (act == StepAct::Type)
         steps.noteTyped(text(step, "value"));
     steps.add(act, type, locator, {});
 }
@@ -219,14 +219,14 @@ void addCommand(Steps& steps, const JsonValue& command) {
     std::string_view name = text(command, "command");
     if (name.starts_with("//"))
         return steps.into().skip("disabled");
-    const Act act = actOf(COMMANDS, name);
+    const StepAct act = stepOf(COMMANDS, name);
     std::string_view choice = text(command, "value");
     if (!takePrefix(choice, "label=") && !takePrefix(choice, "value="))
         takePrefix(choice, "id=");
-    if (act == Act::Type)
+    if (act == StepAct::Type)
         steps.noteTyped(choice);
     steps.add(act, name.empty() ? "(no command)" : name,
-              act == Act::None ? Locator() : locatorOfCommand(command, steps.naming()), choice);
+              act == StepAct::None ? Locator() : locatorOfCommand(command, steps.naming()), choice);
 }
 
 using Add = void (*)(Steps&, const JsonValue&);

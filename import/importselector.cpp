@@ -8,7 +8,7 @@ namespace import {
 
 namespace {
 
-std::string_view trimmed(std::string_view text) {
+std::string_view withoutBlanks(std::string_view text) {
     while (!text.empty() && text.front() == ' ')
         text.remove_prefix(1);
     while (!text.empty() && text.back() == ' ')
@@ -30,11 +30,11 @@ std::vector<std::string_view> partsOf(std::string_view selector) {
         else if (c == '"' || c == '\'')
             quote = c;
         else if (selector.substr(at, 2) == ">>") {
-            parts.push_back(trimmed(selector.substr(from, at - from)));
+            parts.push_back(withoutBlanks(selector.substr(from, at - from)));
             from = at + 2;
         }
     }
-    parts.push_back(trimmed(selector.substr(std::min(from, selector.size()))));
+    parts.push_back(withoutBlanks(selector.substr(std::min(from, selector.size()))));
     return parts;
 }
 

@@ -12,7 +12,7 @@ namespace import {
 
 namespace {
 
-constexpr std::size_t NONE = std::numeric_limits<std::size_t>::max();
+constexpr std::size_t NO_COLUMN = std::numeric_limits<std::size_t>::max();
 
 /// Without the brackets around it: "(12, 8)", "[12, 8]".
 std::string_view inner(std::string_view text) {
@@ -47,7 +47,7 @@ public:
 private:
     std::size_t want(const QString& name) {
         if (name.isEmpty())
-            return NONE;
+            return NO_COLUMN;
         mNames.push_back(name);
         return mNames.size() - 1;
     }
@@ -73,7 +73,7 @@ private:
             .arg(unknown, known.join(QStringLiteral(", ")));
     }
 
-    bool isStored() const { return mRecording != NONE || mSort != NONE; }
+    bool isStored() const { return mRecording != NO_COLUMN || mSort != NO_COLUMN; }
 
     QString readRows() {
         for (;;) {
@@ -95,7 +95,7 @@ private:
     }
 
     std::string_view cell(std::size_t column) const {
-        return column == NONE ? std::string_view() : mRows.cell(column);
+        return column == NO_COLUMN ? std::string_view() : mRows.cell(column);
     }
 
     bool take() {
@@ -121,7 +121,7 @@ private:
             mInto.report("no key");
             return true;
         }
-        return mStore.add(cell(mRecording), mSort == NONE ? 0 : order, event);
+        return mStore.add(cell(mRecording), mSort == NO_COLUMN ? 0 : order, event);
     }
 
     void appendToKey(std::string_view text) {
@@ -135,7 +135,7 @@ private:
     }
 
     std::optional<Gesture> gestureOf(std::string_view value) {
-        if (mGesture == NONE)
+        if (mGesture == NO_COLUMN)
             return Gesture::Down;
         const auto known = mGestures.find(value);
         if (known != mGestures.end())
@@ -147,7 +147,7 @@ private:
     std::optional<place> placeOfRow() {
         std::string_view x = cell(mX);
         std::string_view y = cell(mY);
-        if (mXy != NONE) {
+        if (mXy != NO_COLUMN) {
             const std::string_view both = inner(cell(mXy));
             const std::size_t comma = std::min(both.find(','), both.size());
             x = both.substr(0, comma);
@@ -165,7 +165,7 @@ private:
 
     /// A row whose number or time is none stays with the row before it.
     double orderOfRow() {
-        if (mSort == NONE)
+        if (mSort == NO_COLUMN)
             return 0;
         const auto order = to_time(cell(mSort));
         if (!order)
@@ -180,12 +180,12 @@ private:
     EventStore mStore;
     std::vector<QString> mNames;
     std::vector<std::size_t> mKeys;
-    std::size_t mRecording = NONE;
-    std::size_t mGesture = NONE;
-    std::size_t mX = NONE;
-    std::size_t mY = NONE;
-    std::size_t mXy = NONE;
-    std::size_t mSort = NONE;
+    std::size_t mRecording = NO_COLUMN;
+    std::size_t mGesture = NO_COLUMN;
+    std::size_t mX = NO_COLUMN;
+    std::size_t mY = NO_COLUMN;
+    std::size_t mXy = NO_COLUMN;
+    std::size_t mSort = NO_COLUMN;
     double mOrder = 0;
     std::string mKey;
     text_map<std::optional<Gesture>> mGestures;

@@ -7,7 +7,7 @@ namespace import {
 namespace {
 
 constexpr std::size_t MOST_NAMES = 100;
-constexpr std::size_t LONGEST_NAME = 60; // bytes
+constexpr std::size_t LONGEST_COUNTED = 60; // bytes
 constexpr std::string_view OTHERS = "others";
 
 } // namespace
@@ -15,7 +15,7 @@ constexpr std::string_view OTHERS = "others";
 void Tally::count(std::string_view name, std::int64_t times) {
     if (times == 0)
         return;
-    const std::string cut = name.size() > LONGEST_NAME ? cleaned(name) : std::string();
+    const std::string cut = name.size() > LONGEST_COUNTED ? cleaned(name) : std::string();
     if (!cut.empty())
         name = cut;
     auto known = mCounts.find(name);

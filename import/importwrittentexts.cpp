@@ -39,7 +39,7 @@ bool holds(std::string_view name, std::string_view text) {
     return false;
 }
 
-bool isMask(std::string_view text) {
+bool isMasking(std::string_view text) {
     return text.find_first_not_of("* ") == std::string_view::npos;
 }
 
@@ -54,7 +54,7 @@ bool repeats(std::string_view name, std::string_view text) {
 
 void WrittenTexts::note(std::int64_t field, std::string_view text) {
     const std::string now = folded(text);
-    if (now.size() < SHORTEST || isMask(now))
+    if (now.size() < SHORTEST || isMasking(now))
         return;
     const std::int64_t first = mNumber - static_cast<std::int64_t>(mTexts.size()) + 1;
     std::int64_t& last = mLast[field];

@@ -11,7 +11,7 @@ namespace import {
 namespace {
 
 constexpr std::int64_t FREE_OF_RATIO = 1 << 20; // bytes that may be packed however well
-constexpr std::size_t LONGEST_NAME = 4096;
+constexpr std::size_t LONGEST_MEMBER_NAME = 4096;
 constexpr qint64 MOST_AT_ONCE = 1 << 20;
 
 } // namespace
@@ -38,11 +38,11 @@ bool Zip::nextMember() {
 
 bool Zip::openMember() {
     unz_file_info64 info;
-    mName.resize(LONGEST_NAME);
-    if (unzGetCurrentFileInfo64(mFile.get(), &info, mName.data(), LONGEST_NAME, nullptr, 0, nullptr,
-                                0) != UNZ_OK)
+    mName.resize(LONGEST_MEMBER_NAME);
+    if (unzGetCurrentFileInfo64(mFile.get(), &info, mName.data(), LONGEST_MEMBER_NAME, nullptr, 0,
+                                nullptr, 0) != UNZ_OK)
         return false;
-    mName.resize(std::min<std::size_t>(info.size_filename, LONGEST_NAME));
+    mName.resize(std::min<std::size_t>(info.size_filename, LONGEST_MEMBER_NAME));
     mPacked = static_cast<std::int64_t>(info.compressed_size);
     mUnpacked = 0;
     // A member that cannot be unpacked reads as a fault; others may be whole.

@@ -89,7 +89,7 @@ TEST_F(WinTest, ForgetsTheLastFileUntilItIsLoadedAgain) {
 }
 
 TEST_F(WinTest, ADroppedLogReplacesTheLastAndKeepsTheSelection) {
-    const QUrl log = write(QStringLiteral("b.json"), "c");
+    const QUrl log = write(QStringLiteral("b.json"), "cd");
     ui::Win window(nullptr), other(nullptr);
     window.show();
     other.show();
@@ -102,7 +102,7 @@ TEST_F(WinTest, ADroppedLogReplacesTheLastAndKeepsTheSelection) {
     drop(other, log);
     selectAll(window);
     selectAll(other);
-    EXPECT_EQ(labels(window), "c||");
+    EXPECT_EQ(labels(window), "1/2 d||");
     EXPECT_EQ(window.grab().toImage(), other.grab().toImage()) << "nothing remains of the first";
 }
 
