@@ -104,6 +104,11 @@ TEST_F(WinTest, ADroppedLogReplacesTheLastAndKeepsTheSelection) {
     selectAll(other);
     EXPECT_EQ(labels(window), "1/2 d||");
     EXPECT_EQ(window.grab().toImage(), other.grab().toImage()) << "nothing remains of the first";
+    auto& view = *window.findChild<ui::LeafView*>();
+    const QImage shown = view.grab().toImage();
+    const QPointF focus = QPointF(22 + (view.width() - 44) * 0.75, 39) * shown.devicePixelRatio();
+    EXPECT_EQ(shown.pixelColor(focus.toPoint()), QColor(Qt::green))
+        << "the leaves have places of their own";
 }
 
 TEST_F(WinTest, LoadsWhatTheDialogReturns) {
