@@ -2,6 +2,7 @@
 
 #include "ui/leaves/uilook.h"
 #include "ui/leaves/uishared.h"
+#include "ui/picture/uipicturepart.h"
 #include "ui/picture/uislice.h"
 
 #include <QPaintEngine>
@@ -31,12 +32,6 @@ std::optional<QTransform> toPixelsOf(const QPainter& painter) {
         return std::nullopt;
     return QTransform(scale, 0, 0, scale, toDevice.dx() - std::floor(toDevice.dx()),
                       toDevice.dy() - std::floor(toDevice.dy()));
-}
-
-/// The pixels of `image` within `rect`, in the same memory.
-QImage partOf(QImage& image, const QRect& rect) {
-    uchar* first = image.scanLine(rect.top()) + qsizetype(rect.left()) * (image.depth() / 8);
-    return {first, rect.width(), rect.height(), image.bytesPerLine(), image.format()};
 }
 
 void copy(const QImage& from, const QRect& rect, QImage& to) {
@@ -147,7 +142,7 @@ bool LeafPicture::complete(Slice& slice) {
 
 /// Draws strokes in grey; true when all are drawn.
 bool LeafPicture::drawStrokes(Slice& slice) {
-    const int drawn = mStrokes.drawn();
+    const qsizetype drawn = mStrokes.drawn();
     const bool isWhole = mStrokes.advance(mGrid, slice);
     mIsNew = mIsNew || mStrokes.drawn() != drawn;
     return isWhole;
@@ -210,7 +205,7 @@ void LeafPicture::beginWork(const QRect& tiles) {
     mWork.pixels = mGrid.pixels(tiles);
     mWork.selected = mPattern.tiles().on(tiles);
     mWork.leaves = mLeaves.tiles().on(tiles);
-    QImage part = partOf(mShown, mWork.pixels);
+    QImage part = part_of(mShown, mWork.pixels);
     const bool leavesOut = mPattern.leavesOutOn(tiles);
     if (leavesOut)
         mWork.strokes = strokesIn(mWork.pixels);
@@ -231,21 +226,11 @@ QList<int> LeafPicture::strokesIn(const QRect& pixels) const {
     return touching;
 }
 
-/// A pen of one device pixel takes another way through the raster engine than a wider one: its
-/// lines change where they cross the edge of the device, and do not under a clip. The wider one is
-/// exact on both, and much faster on a small device.
 void LeafPicture::continueWork(Slice& slice) {
     mIsNew = true;
-    const QRect& pixels = mWork.pixels;
-    const QTransform& toPixels = mGrid.toPixels();
-    QImage part = partOf(mShown, pixels);
-    const bool thin = toPixels.m11() <= 1;
-    QPainter painter(thin ? &mShown : &part);
-    if (thin)
-        painter.setClipRect(pixels);
-    painter.setTransform(thin ? toPixels
-                              : toPixels * QTransform::fromTranslate(-pixels.x(), -pixels.y()));
-    painter.setRenderHint(QPainter::Antialiasing);
+    PicturePart part(mShown, mWork.pixels, mGrid.toPixels());
+    QPainter painter;
+    part.begin(painter);
     while (mWork.drawn < mWork.size()) {
         draw(painter, mWork.drawn++);
         if (slice.isOver(DRAWING_TIME))

@@ -76,14 +76,19 @@ QRectF TileGrid::withPen(const QRectF& area) const {
     return area.adjusted(-more, -more, more, more);
 }
 
-void TileGrid::collectPixels(const QRectF& area, QList<int>& tiles) const {
-    const QRectF touched = area & QRectF(QPointF(), mSize);
+QRect TileGrid::tilesOf(const QRectF& pixels) const {
+    const QRectF touched = pixels & QRectF(QPointF(), mSize);
     if (touched.isEmpty())
-        return;
-    const int right = std::min(columns() - 1, tileAt(touched.right()));
-    const int bottom = std::min(rows() - 1, tileAt(touched.bottom()));
-    for (int row = tileAt(touched.top()); row <= bottom; ++row)
-        for (int column = tileAt(touched.left()); column <= right; ++column)
+        return {};
+    return {QPoint(tileAt(touched.left()), tileAt(touched.top())),
+            QPoint(std::min(columns() - 1, tileAt(touched.right())),
+                   std::min(rows() - 1, tileAt(touched.bottom())))};
+}
+
+void TileGrid::collectPixels(const QRectF& area, QList<int>& tiles) const {
+    const QRect touched = tilesOf(area);
+    for (int row = touched.top(); row <= touched.bottom(); ++row)
+        for (int column = touched.left(); column <= touched.right(); ++column)
             tiles.append(tile(column, row));
 }
 

@@ -39,6 +39,9 @@ public:
     /// The pixels of a rectangle of tiles, which is given in columns and rows.
     QRect pixels(const QRect& tiles) const;
 
+    /// The tiles, in columns and rows, that a rectangle of the view touches.
+    QRect tilesIn(const QRectF& area) const { return tilesOf(mToPixels.mapRect(area)); }
+
     /// A picture with nothing on it. Throws `std::bad_alloc`.
     QImage newPicture() const;
 
@@ -55,6 +58,7 @@ public:
 
 private:
     QRectF withPen(const QRectF& area) const;
+    QRect tilesOf(const QRectF& pixels) const;
     void collectPixels(const QRectF& area, QList<int>& tiles) const;
 
     QTransform mToPixels;
