@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
+#include <limits>
 #include <span>
 
 namespace domain {
@@ -12,6 +13,7 @@ namespace {
 constexpr int FIRST_DISTANCE = 2;
 constexpr int LEAST_LIMIT = 5;
 constexpr int BUDGET_MS = 2000;
+constexpr int LONGEST_LOOK = 16; ///< Occurrences that are looked at for the next cycle of a step.
 
 } // namespace
 
@@ -31,7 +33,7 @@ bool CycleBuilderIterative::begin(Nest& nest, const Trace& trace) {
     mStepCount = size;
     mFirstStep = mSteps.data();
     mNest = &nest;
-    mHasStarts = false;
+    mNextFind = 0;
     mHasNegative = false;
     for (int p = 0; p < size; ++p) {
         mFirstStep[p].begin(mIndices[p]);
@@ -52,50 +54,50 @@ void CycleBuilderIterative::run() {
 }
 
 void CycleBuilderIterative::run(int distance) {
-    if (mHasStarts && distance > mDistance)
-        visitStarts(distance);
-    else
+    if (distance <= mWalked || distance >= mNextFind)
         walk(distance);
-    mDistance = distance;
 }
 
-/// A pass from step to step, which notes the starts for the next one.
+/// A pass from step to step.
 void CycleBuilderIterative::walk(int distance) {
-    mStarts.setSize(0);
-    mHasStarts = true;
+    const int next = distance + 1;
+    mWalked = distance;
+    mNextFind = mStepCount;
     int i = 0;
     int j = distance;
     while (j < mStepCount) {
         // The jump is by the length from before this pass, so that overlapping cycles of one
         // distance are all found.
         const int length = mFirstStep[i].mLength;
-        if (isRecurrence(i, j) && isCycle(i, j))
+        if (isRecurrence(i, j) && isCycle(i, j)) {
             collapse(i, j);
-        else if (mHasStarts && mFirstStep[i + 1].mIndex != mFirstStep[i].mIndex) {
-            const int last = mOccurrences.nextOpen(i);
-            mHasStarts = last <= j || mStarts.add({i, last});
+            mNextFind = next; // the steps lead elsewhere from now on
+        } else if (mNextFind > next) {
+            mNextFind = std::min(mNextFind, nextCycle(i, distance) - i);
         }
         i += length;
         j += length;
     }
 }
 
-/// A pass over the starts; those that cannot begin a longer cycle leave the list.
-void CycleBuilderIterative::visitStarts(int distance) {
-    int kept = 0;
-    for (const Start start : mStarts) {
-        // A cycle found in this pass opens the way for positions before it only, and for the next
-        // pass: `last` still holds for those behind it.
-        const int j = start.position + distance;
-        if (j >= mStepCount)
-            break;
-        if (isRecurrence(start.position, j) && start.last >= j &&
-            mFirstStep[j - 1].mIndex != mFirstStep[j].mIndex)
-            collapse(start.position, j);
-        if (start.last > j)
-            mStarts[kept++] = start;
+/// Where the shortest cycle from `first` ends that is longer than `distance`, if nothing else is
+/// found before; perhaps too early a place. Far away when there is none.
+int CycleBuilderIterative::nextCycle(int first, int distance) const {
+    constexpr int NEVER = std::numeric_limits<int>::max();
+    const int index = mFirstStep[first].mIndex;
+    if (mFirstStep[first + 1].mIndex == index)
+        return NEVER;
+    int last = mOccurrences.next(first);
+    for (int look = 0; look < LONGEST_LOOK; ++look) {
+        if (last >= mStepCount)
+            return NEVER;
+        if (last > first + distance && mFirstStep[last - 1].mIndex != index)
+            return last;
+        if (mOccurrences.isOpen(last)) // no cycle leads past it
+            return NEVER;
+        last = mOccurrences.next(last);
     }
-    mStarts.setSize(kept);
+    return first + distance + 1;
 }
 
 bool CycleBuilderIterative::isRecurrence(int first, int last) const {
@@ -107,7 +109,6 @@ void CycleBuilderIterative::collapse(int first, int last) {
     addCycle(first, last);
     mFirstStep[first].mLength = last - first;
     mOccurrences.close(first);
-    mHasStarts = false; // the steps lead elsewhere from now on
 }
 
 bool CycleBuilderIterative::isCycle(int first, int last) const {

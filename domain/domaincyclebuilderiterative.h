@@ -45,14 +45,8 @@ public:
     void addCycle(int first, int last);
 
 private:
-    /// A position that the passes come to, from which a longer run may still be a cycle.
-    struct Start {
-        int position;
-        int last; ///< Where its longest cycle can end: the first open recurrence of its index.
-    };
-
     void walk(int distance);
-    void visitStarts(int distance);
+    int nextCycle(int first, int distance) const;
     bool isRecurrence(int first, int last) const;
     void collapse(int first, int last);
     bool hasIndices(int first, int last) const;
@@ -64,11 +58,10 @@ private:
     Occurrences mOccurrences;               ///< Collapsed steps are closed.
     bool mHasNegative = false;              ///< The trace holds what is no branch index.
 
-    // A pass that finds nothing leaves the next one the same positions to come to, and most of them
-    // cannot begin a cycle any more.
-    RecycleArray<Start> mStarts{1024, nullptr}; ///< In order of position.
-    bool mHasStarts = false;                    ///< They are all that longer distances need.
-    int mDistance = 0;                          ///< Of the latest pass.
+    // A walk that finds nothing leaves the longer distances the same way through the trace. What
+    // they can find on it is known, so nothing is walked for the distances between these two.
+    int mWalked = 0;   ///< The distance of the latest walk.
+    int mNextFind = 0; ///< The least distance at which another walk may find something.
 
     // The steps' number and storage, taken in begin(), for the passes.
     int mStepCount = 0;

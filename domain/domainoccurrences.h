@@ -15,6 +15,11 @@ public:
     /// exhausted.
     bool begin(std::span<const int> trace);
 
+    /// The next position with the same index, open or not; the trace's size when there is none.
+    int next(int position) const { return mNext[position]; }
+
+    bool isOpen(int position) const { return mOpen[position] == position; }
+
     /// The next open position with the same index; the trace's size when there is none.
     int nextOpen(int position) const;
 

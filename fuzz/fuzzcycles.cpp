@@ -7,6 +7,7 @@
 #include "fuzz/plain/plaincyclebuilder.h"
 #include "tests/common/describe.h"
 
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -35,13 +36,15 @@ std::vector<std::string> patternsOf(const domain::Nest& nest) {
     return texts;
 }
 
-std::vector<std::string> plainPatterns(PlainCycleBuilder plain, int branches) {
+using Found = std::map<int, std::vector<PlainCycleBuilder::found>>;
+
+std::vector<std::string> textsOf(const Found& found, int branches) {
     std::vector<std::string> texts(static_cast<std::size_t>(branches));
     domain::Pattern pattern;
-    for (const auto& [index, patterns] : plain.run()) {
+    for (const auto& [index, patterns] : found) {
         std::string& text = texts[static_cast<std::size_t>(index)];
-        for (const auto& found : patterns) {
-            model::fill(pattern, found.sequence, found.count);
+        for (const auto& [sequence, count] : patterns) {
+            model::fill(pattern, sequence, count);
             text += (text.empty() ? "" : " ") + model::describe(pattern);
         }
     }
@@ -55,14 +58,27 @@ std::string joined(const std::vector<std::string>& lines) {
     return text;
 }
 
+/// Some passes in any order, then a whole run.
+Found search(domain::CycleBuilderIterative& builder, PlainCycleBuilder& plain, int choice,
+             int length) {
+    for (; choice > 0; choice /= 4) {
+        const int distance = 2 + choice % (length / 4 + 3);
+        builder.run(distance);
+        plain.pass(distance);
+    }
+    builder.run();
+    return plain.run();
+}
+
 } // namespace
 
-/// The number of keys, which of them are menus, and the trace.
+/// The number of keys, which of them are menus, passes ahead of the run, and the trace.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static domain::CycleBuilderIterative builder; // one for all: nothing may be left over
     fuzz::Input input(data, size);
     const int keys = 1 + input.below(MOST_KEYS);
     const int menuChoice = input.byte();
+    const int passChoice = input.below(4) == 0 ? input.byte() : 0;
     std::vector<int> indices;
     while (!input.isUsedUp() && indices.size() < LONGEST_TRACE)
         indices.push_back(input.below(keys));
@@ -72,8 +88,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     model::fill(nest, trace, indices);
     const std::set<int> menus = chooseMenus(nest, menuChoice);
     fuzz::require(builder.begin(nest, trace), "a short trace can be prepared");
-    builder.run();
-    fuzz::requireSame(joined(patternsOf(nest)),
-                      joined(plainPatterns(PlainCycleBuilder(indices, menus), nest.size())));
+    PlainCycleBuilder plain(indices, menus);
+    const Found found = search(builder, plain, passChoice, trace.mIndices.size());
+    fuzz::requireSame(joined(patternsOf(nest)), joined(textsOf(found, nest.size())));
     return 0;
 }

@@ -31,10 +31,11 @@ public:
         return mFound;
     }
 
-    void pass(int distance) {
+    /// One pass; returns as `run` does.
+    const std::map<int, std::vector<found>>& pass(int distance) {
         const int n = static_cast<int>(mTrace.size());
         if (distance >= n)
-            return;
+            return mFound;
         int i = 0;
         int j = distance;
         while (true) {
@@ -45,7 +46,7 @@ public:
             }
             j = j + length;
             if (j >= n)
-                return;
+                return mFound;
             i = i + length;
         }
     }
