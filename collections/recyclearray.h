@@ -1,6 +1,7 @@
 #pragma once
 
 #include "collections/managedlist.h"
+#include "collections/sharedvalues.h"
 
 #include <algorithm>
 #include <cassert>
@@ -9,12 +10,17 @@
 #include <cstring>
 #include <exception>
 #include <limits>
+#include <new>
 #include <type_traits>
 #include <utility>
 
 /// A growable array that never gives capacity back. Without a factory it holds plain values; with
 /// one it holds the factory's objects: new slots are filled with new objects, and slots that the
 /// size grows over again are reset. The objects of the slots are not destroyed with the array.
+///
+/// An array of plain values may be a piece of shared ones. It copies its piece when it is about to
+/// change, to which every access counts that is not const; such an access throws `std::bad_alloc`
+/// when there is no storage for the copy.
 ///
 /// Invariant: 0 <= size() <= capacity(); with a factory every slot below `capacity()` holds an
 /// object of the factory, or its `nullObject()` where none could be made. Indices are not checked.
@@ -32,25 +38,29 @@ public:
 
     RecycleArray(const RecycleArray&) = delete;
 
-    virtual ~RecycleArray() { std::free(mData); }
+    virtual ~RecycleArray() { dropStorage(); }
 
     int size() const { return mSize; }
 
     /// Number of slots that exist, in use or kept.
     int capacity() const { return mCapacity; }
 
-    T& operator[](int index) { return mData[index]; }
+    T& operator[](int index) { return data()[index]; }
 
     const T& operator[](int index) const { return mData[index]; }
 
     /// The first slot; null before the first growth, and moved by every growth.
-    T* data() { return mData; }
+    T* data() {
+        if (isPiece() && !copyPiece(mSize))
+            throw std::bad_alloc();
+        return mData;
+    }
 
     const T* data() const { return mData; }
 
-    T* begin() { return mData; }
+    T* begin() { return data(); }
 
-    T* end() { return mData + mSize; }
+    T* end() { return data() + mSize; }
 
     const T* begin() const { return mData; }
 
@@ -62,6 +72,8 @@ public:
     bool setSize(int size) {
         if (size < 0)
             return false;
+        if (isPiece())
+            return copyPiece(size);
         if (size > mCapacity)
             return growTo(size);
         if (mFactory)
@@ -83,12 +95,16 @@ public:
         return true;
     }
 
-    /// Makes this array a copy of `other`; plain values only. False, with nothing changed, when
-    /// storage is exhausted.
+    /// Makes this array a copy of `other`, of a piece the same piece; plain values only. False,
+    /// with nothing changed, when storage is exhausted.
     bool setTo(const RecycleArray& other) {
         assert(!mFactory);
         if (&other == this)
             return true;
+        if (other.isPiece()) {
+            referTo(other.mData - other.mFirst, other.mFirst, other.mSize);
+            return true;
+        }
         if (!setSize(other.mSize))
             return false;
         std::copy_n(other.mData, other.mSize, mData);
@@ -101,9 +117,23 @@ public:
         return *this;
     }
 
+    /// Makes this array the `size` values from place `first` on, without a copy, as long as it is
+    /// not changed; plain values only.
+    void referTo(const SharedValues<T>& values, int first, int size) {
+        assert(!mFactory && first >= 0 && size >= 0 && size <= values.size() - first);
+        if (size > 0)
+            referTo(values.mValues, first, size);
+        else
+            setSize(0);
+    }
+
+    /// Whether the values are a piece of shared ones.
+    bool isPiece() const { return mFirst != OWN; }
+
     /// Exchanges contents and storage with an array of the same factory.
     void swap(RecycleArray& other) {
         assert(mFactory == other.mFactory);
+        std::swap(mFirst, other.mFirst);
         std::swap(mData, other.mData);
         std::swap(mSize, other.mSize);
         std::swap(mCapacity, other.mCapacity);
@@ -114,11 +144,43 @@ public:
         assert(!mFactory);
         if (mSize != other.mSize)
             return false;
+        if (mData == other.mData) // the same piece
+            return true;
         return mSize == 0 || std::memcmp(mData, other.mData, bytes(mSize)) == 0;
     }
 
 private:
+    static constexpr int OWN = -1;
+
     static std::size_t bytes(int count) { return static_cast<std::size_t>(count) * sizeof(T); }
+
+    void dropStorage() {
+        if (isPiece())
+            SharedValues<T>::release(mData - mFirst);
+        else
+            std::free(mData);
+    }
+
+    void referTo(T* values, int first, int size) {
+        if (!isPiece() || mData - mFirst != values) {
+            SharedValues<T>::retain(values);
+            dropStorage();
+        }
+        mData = values + first;
+        mFirst = first;
+        mSize = size;
+        mCapacity = size;
+    }
+
+    /// Makes a piece an array of `size` values, the first of them those of the piece.
+    bool copyPiece(int size) {
+        RecycleArray copy(mGrow, nullptr);
+        if (!copy.setSize(size))
+            return false;
+        std::copy_n(mData, std::min(size, mSize), copy.mData);
+        swap(copy);
+        return true;
+    }
 
     bool growTo(int size) {
         if (size > std::numeric_limits<int>::max() - mGrow)
@@ -158,6 +220,7 @@ private:
     }
 
     const int mGrow;
+    int mFirst = OWN; ///< Of a piece: where it begins in the shared values.
     const ManagedFactory<T>* const mFactory;
     T* mData = nullptr;
     int mSize = 0;

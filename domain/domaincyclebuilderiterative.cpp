@@ -24,10 +24,11 @@ void CycleBuilderIterative::Step::begin(int index) {
 
 bool CycleBuilderIterative::begin(Nest& nest, const Trace& trace) {
     const int size = trace.mIndices.size();
+    const std::span<const int> indices(trace.mIndices.data(), static_cast<std::size_t>(size));
+    mPattern.clear(); // it may be all that holds on to the last trace
     mSteps.setSize(0);
-    if (!mSteps.setSize(size) || !mIndices.setTo(trace.mIndices))
+    if (!mSteps.setSize(size) || !mTrace.setTo(indices))
         return false;
-    const std::span<const int> indices(mIndices.data(), static_cast<std::size_t>(size));
     if (!mHashes.begin(indices) || !mOccurrences.begin(indices))
         return false;
     mStepCount = size;
@@ -35,9 +36,10 @@ bool CycleBuilderIterative::begin(Nest& nest, const Trace& trace) {
     mNest = &nest;
     mNextFind = 0;
     mHasNegative = false;
-    for (int p = 0; p < size; ++p) {
-        mFirstStep[p].begin(mIndices[p]);
-        mHasNegative = mHasNegative || mIndices[p] < 0;
+    Step* step = mFirstStep;
+    for (const int index : indices) {
+        step++->begin(index);
+        mHasNegative = mHasNegative || index < 0;
     }
     return true;
 }
@@ -125,13 +127,13 @@ void CycleBuilderIterative::addCycle(int first, int last) {
     Branch* branch = mNest->branchAt(mFirstStep[first].mIndex);
     if (!branch || branch->mGesture == GESTURE_MENU || last <= first || !hasIndices(first, last))
         return;
-    const std::span<const int> run(mIndices.data() + first, mIndices.data() + last + 1);
-    branch->mPatterns.add(run, mHashes.of(first, last));
+    mPattern.mSequence.referTo(mTrace, first, last - first + 1);
+    branch->mPatterns.add(mPattern, mHashes.of(first, last));
 }
 
 /// Whether all entries of the run are branch indices.
 bool CycleBuilderIterative::hasIndices(int first, int last) const {
-    return !mHasNegative || std::all_of(mIndices.data() + first, mIndices.data() + last + 1,
+    return !mHasNegative || std::all_of(mTrace.data() + first, mTrace.data() + last + 1,
                                         [](int index) { return index >= 0; });
 }
 

@@ -53,10 +53,11 @@ private:
 
     Nest* mNest = nullptr;
     RecycleArray<Step> mSteps{1, nullptr};
-    RecycleArray<int> mIndices{1, nullptr}; ///< The trace.
-    RunHash mHashes;                        ///< Names a run without walking it.
-    Occurrences mOccurrences;               ///< Collapsed steps are closed.
-    bool mHasNegative = false;              ///< The trace holds what is no branch index.
+    Pattern mPattern;          ///< Scratch: the run just found.
+    SharedValues<int> mTrace;  ///< What the patterns found are pieces of.
+    RunHash mHashes;           ///< Names a run without walking it.
+    Occurrences mOccurrences;  ///< Collapsed steps are closed.
+    bool mHasNegative = false; ///< The trace holds what is no branch index.
 
     // A walk that finds nothing leaves the longer distances the same way through the trace. What
     // they can find on it is known, so nothing is walked for the distances between these two.

@@ -19,12 +19,14 @@ bool Occurrences::begin(std::span<const int> trace) {
     const int size = static_cast<int>(trace.size());
     if (!mNext.setSize(size + 1) || !mOpen.setSize(size + 1) || !clearTable(size))
         return false;
-    mNext[size] = size;
-    mOpen[size] = size;
+    int* const next = mNext.data();
+    int* const open = mOpen.data();
+    next[size] = size;
+    open[size] = size;
     for (int p = size - 1; p >= 0; --p) {
         int& seen = slotOf(trace[static_cast<std::size_t>(p)], trace);
-        mNext[p] = seen == NONE ? size : seen;
-        mOpen[p] = p;
+        next[p] = seen == NONE ? size : seen;
+        open[p] = p;
         seen = p;
     }
     return true;
@@ -44,25 +46,26 @@ bool Occurrences::clearTable(int size) {
 
 /// Where the first occurrence so far of `index` stands, or is to be put.
 int& Occurrences::slotOf(int index, std::span<const int> trace) {
+    int* const table = mTable.data();
     const auto last = static_cast<unsigned>(mTable.size() - 1);
     using fingerprint::BASE;
     using fingerprint::mixed;
     // Mixed once, the indices, which are small and dense, cluster under some bases.
     const quint64 hash = mixed(mixed(static_cast<quint32>(index) ^ BASE, BASE), BASE);
     auto at = static_cast<unsigned>(hash) & last;
-    while (mTable[static_cast<int>(at)] != NONE &&
-           trace[static_cast<std::size_t>(mTable[static_cast<int>(at)])] != index)
+    while (table[at] != NONE && trace[static_cast<std::size_t>(table[at])] != index)
         at = (at + 1) & last;
-    return mTable[static_cast<int>(at)];
+    return table[at];
 }
 
 int Occurrences::nextOpen(int position) const {
+    int* const next = mOpen.data();
     const int first = mNext[position];
     int open = first;
-    while (mOpen[open] != open)
-        open = mOpen[open];
-    for (int at = first; mOpen[at] != open;)
-        at = std::exchange(mOpen[at], open);
+    while (next[open] != open)
+        open = next[open];
+    for (int at = first; next[at] != open;)
+        at = std::exchange(next[at], open);
     return open;
 }
 

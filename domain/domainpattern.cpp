@@ -2,13 +2,12 @@
 
 #include "domain/domaindebugline.h"
 
-#include <algorithm>
-
 namespace domain {
 
 void Pattern::clear() {
     mSequence.setSize(0);
     mCount = 0;
+    mHash = 0;
 }
 
 Pattern& Pattern::operator=(const Pattern& other) {
@@ -21,11 +20,6 @@ Pattern& Pattern::operator=(const Pattern& other) {
 
 bool Pattern::isSameSequence(const Pattern& other) const {
     return mSequence == other.mSequence;
-}
-
-bool Pattern::isSequence(std::span<const int> run) const {
-    const std::span<const int> own = this->run();
-    return std::ranges::equal(own, run);
 }
 
 std::span<const int> Pattern::run() const {

@@ -1,6 +1,7 @@
 #include "domain/domainpatternindex.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace domain {
 
@@ -22,19 +23,19 @@ void PatternIndex::clear() {
     mSize = 0;
 }
 
-Pattern* PatternIndex::find(std::size_t hash, std::span<const int> run) const {
+Pattern* PatternIndex::find(quint32 hash, const Pattern& pattern) const {
     if (mSize == 0)
         return nullptr;
     const std::size_t mask = mSlots.size() - 1;
     for (std::size_t at = hash & mask; mSlots[at].pattern; at = (at + 1) & mask) {
         const slot& candidate = mSlots[at];
-        if (candidate.hash == hash && candidate.pattern->isSequence(run))
+        if (candidate.hash == hash && candidate.pattern->isSameSequence(pattern))
             return candidate.pattern;
     }
     return nullptr;
 }
 
-void PatternIndex::insert(std::size_t hash, Pattern* pattern) {
+void PatternIndex::insert(quint32 hash, Pattern* pattern) {
     if (static_cast<std::size_t>(mSize) * 2 >= mSlots.size())
         grow();
     place(mSlots, {hash, pattern});

@@ -2,8 +2,6 @@
 
 #include "domain/domainpattern.h"
 
-#include <cstddef>
-#include <span>
 #include <vector>
 
 namespace domain {
@@ -17,16 +15,16 @@ public:
 
     void clear();
 
-    /// The indexed pattern with the sequence `run`, or null.
-    Pattern* find(std::size_t hash, std::span<const int> run) const;
+    /// The indexed pattern with the sequence of `pattern`, or null.
+    Pattern* find(quint32 hash, const Pattern& pattern) const;
 
     /// `hash`: of the pattern's sequence, as of those it is to be found by. Throws
     /// `std::bad_alloc`, with the index unchanged, when the table cannot grow.
-    void insert(std::size_t hash, Pattern* pattern);
+    void insert(quint32 hash, Pattern* pattern);
 
 private:
     struct slot {
-        std::size_t hash = 0;
+        quint32 hash = 0;
         Pattern* pattern = nullptr;
     };
 

@@ -2,7 +2,6 @@
 
 #include "domain/domainrunhash.h"
 
-#include <algorithm>
 #include <cassert>
 #include <exception>
 #include <utility>
@@ -28,6 +27,13 @@ void releaseSpare(RecycleArray<int>& sequence, int size) {
     sequence.swap(none);
 }
 
+/// Moves the first element of a list to the end of one, perhaps the same.
+void moveFront(ManagedList<Pattern*>& from, ManagedList<Pattern*>& to) {
+    ManagedList<Pattern*> moving(PATTERN_FACTORY);
+    from.moveFrontTo(moving);
+    moving.moveTo(to);
+}
+
 } // namespace
 
 Pattern* PatternList::Factory::setObject(Pattern* target, Pattern* source) const {
@@ -50,12 +56,20 @@ void PatternList::merge(const Pattern& pattern) {
 
 bool PatternList::add(const Pattern& pattern) {
     index();
-    return add(pattern.run(), hashOf(pattern), pattern.mCount);
+    return add(pattern, isIndexed() ? RunHash::of(pattern.run()) : 0);
 }
 
-bool PatternList::add(std::span<const int> run, std::size_t hash) {
+bool PatternList::add(const Pattern& pattern, quint32 hash) {
     index();
-    return add(run, hash, 0);
+    if (Pattern* known = find(pattern, hash)) {
+        ++known->mCount;
+        return true;
+    }
+    const bool indexed = isIndexed();
+    Pattern* added = append(pattern, hash);
+    if (added && indexed)
+        addToIndex(added);
+    return added;
 }
 
 void PatternList::merge(const PatternList& other) {
@@ -68,7 +82,7 @@ PatternList& PatternList::operator=(const PatternList& other) {
         return *this;
     clear();
     for (const Pattern* pattern : other)
-        append(pattern->run(), pattern->mCount);
+        append(*pattern, pattern->mHash);
     return *this;
 }
 
@@ -83,20 +97,18 @@ void PatternList::take(PatternList& other) {
             mIndexed = changes();
         }
     }
-    ManagedList<Pattern*> moving(PATTERN_FACTORY);
     while (!other.isEmpty()) {
         index();
         Pattern* pattern = other.front();
-        const std::size_t hash = hashOf(*pattern);
-        if (Pattern* known = find(pattern->run(), hash)) {
+        if (Pattern* known = find(*pattern, hashOf(*pattern))) {
             known->merge(*pattern);
+            pattern->clear(); // gives back its part of the trace
             other.popFront();
         } else {
             const bool indexed = isIndexed();
-            other.moveFrontTo(moving);
-            moving.moveTo(*this);
+            moveFront(other, *this);
             if (indexed)
-                addToIndex(hash, pattern);
+                addToIndex(pattern);
         }
     }
     other.clear();
@@ -109,7 +121,7 @@ void PatternList::index() {
     mIndex.clear();
     try {
         for (Pattern* pattern : *this)
-            mIndex.insert(RunHash::of(pattern->run()), pattern);
+            mIndex.insert(hashOf(*pattern), pattern);
         mIndexed = changes();
     } catch (const std::exception&) {
         mIndex.clear();
@@ -120,49 +132,37 @@ bool PatternList::isIndexed() const {
     return mIndex.size() > 0 && mIndexed == changes();
 }
 
-/// 0 while the list is walked and no hash is needed.
-std::size_t PatternList::hashOf(const Pattern& pattern) const {
-    return isIndexed() ? RunHash::of(pattern.run()) : 0;
+/// Of a pattern that a list holds; known from now on.
+quint32 PatternList::hashOf(Pattern& stored) {
+    if (stored.mHash == 0)
+        stored.mHash = RunHash::of(stored.run());
+    return stored.mHash;
 }
 
-Pattern* PatternList::find(std::span<const int> run, std::size_t hash) const {
+/// `hash`: of the pattern, only needed when the list is indexed.
+Pattern* PatternList::find(const Pattern& pattern, quint32 hash) const {
     if (isIndexed())
-        return mIndex.find(hash, run);
-    for (Pattern* pattern : *this) {
-        if (pattern->isSequence(run))
-            return pattern;
+        return mIndex.find(hash, pattern);
+    for (Pattern* stored : *this) {
+        if (stored->isSameSequence(pattern))
+            return stored;
     }
     return nullptr;
 }
 
-bool PatternList::add(std::span<const int> run, std::size_t hash, int count) {
-    if (Pattern* known = find(run, hash)) {
-        ++known->mCount;
-        return true;
-    }
-    const bool indexed = isIndexed();
-    Pattern* added = append(run, count);
-    if (added && indexed)
-        addToIndex(hash, added);
-    return added;
-}
-
 /// Null, with the list unchanged, when memory is exhausted.
-Pattern* PatternList::append(std::span<const int> run, int count) {
+Pattern* PatternList::append(const Pattern& pattern, quint32 hash) {
     try {
         // Filled at the front, from where it can be taken back, then moved to the end.
         Pattern* added = pushFront();
-        const int size = static_cast<int>(run.size());
-        releaseSpare(added->mSequence, size);
-        if (!added->mSequence.setSize(size)) {
+        releaseSpare(added->mSequence, pattern.mSequence.size());
+        if (!added->mSequence.setTo(pattern.mSequence)) {
             popFront();
             return nullptr;
         }
-        std::copy(run.begin(), run.end(), added->mSequence.data());
-        added->mCount = count;
-        ManagedList<Pattern*> moving(PATTERN_FACTORY);
-        moveFrontTo(moving);
-        moving.moveTo(*this);
+        added->mCount = pattern.mCount;
+        added->mHash = hash;
+        moveFront(*this, *this);
         return added;
     } catch (const std::exception&) {
         return nullptr;
@@ -170,9 +170,9 @@ Pattern* PatternList::append(std::span<const int> run, int count) {
 }
 
 /// Indexes the pattern that was just appended to an indexed list.
-void PatternList::addToIndex(std::size_t hash, Pattern* added) {
+void PatternList::addToIndex(Pattern* added) {
     try {
-        mIndex.insert(hash, added);
+        mIndex.insert(hashOf(*added), added);
         mIndexed = changes();
     } catch (const std::exception&) {
         mIndex.clear();

@@ -5,9 +5,6 @@
 #include "domain/domainpattern.h"
 #include "domain/domainpatternindex.h"
 
-#include <cstddef>
-#include <span>
-
 namespace domain {
 
 /// The patterns of one branch, in the order of their discovery; `merge` never stores a sequence
@@ -34,8 +31,8 @@ public:
     /// As `merge`; false, with the list unchanged, when no pattern can be made.
     bool add(const Pattern& pattern);
 
-    /// As `add` of a pattern with the sequence `run` and count 0. `hash`: `RunHash::of` the run.
-    bool add(std::span<const int> run, std::size_t hash);
+    /// As `add`, for who knows the hash of the sequence, see `RunHash`.
+    bool add(const Pattern& pattern, quint32 hash);
 
     /// Merges every pattern of `other`, in its order. `other` may be this list.
     void merge(const PatternList& other);
@@ -50,11 +47,10 @@ public:
 private:
     void index();
     bool isIndexed() const;
-    std::size_t hashOf(const Pattern& pattern) const;
-    Pattern* find(std::span<const int> run, std::size_t hash) const;
-    bool add(std::span<const int> run, std::size_t hash, int count);
-    Pattern* append(std::span<const int> run, int count);
-    void addToIndex(std::size_t hash, Pattern* added);
+    static quint32 hashOf(Pattern& stored);
+    Pattern* find(const Pattern& pattern, quint32 hash) const;
+    Pattern* append(const Pattern& pattern, quint32 hash);
+    void addToIndex(Pattern* added);
 
     PatternIndex mIndex;   ///< Of all patterns of a long list, or out of date.
     unsigned mIndexed = 0; ///< `changes()` when the index was up to date.

@@ -2,33 +2,46 @@
 
 #include "domain/domainfingerprint.h"
 
+#include <algorithm>
+
 namespace domain {
 
 using fingerprint::appended;
 using fingerprint::product;
 using fingerprint::reduced;
 
-std::size_t RunHash::of(std::span<const int> run) {
+namespace {
+
+/// Half the bits tell runs apart well enough: whoever finds a hash compares the runs.
+quint32 halfOf(quint64 hash) {
+    return std::max(static_cast<quint32>(fingerprint::mixed(hash, fingerprint::BASE)), 1U);
+}
+
+} // namespace
+
+quint32 RunHash::of(std::span<const int> run) {
     quint64 hash = 0;
     for (const int index : run)
         hash = appended(hash, static_cast<quint32>(index));
-    return hash;
+    return halfOf(hash);
 }
 
 bool RunHash::begin(std::span<const int> trace) {
     const int size = static_cast<int>(trace.size());
     if (!mPrefixes.setSize(size + 1) || !extendPowers(size + 1))
         return false;
-    mPrefixes[0] = 0;
-    for (int k = 0; k < size; ++k)
-        mPrefixes[k + 1] =
-            appended(mPrefixes[k], static_cast<quint32>(trace[static_cast<std::size_t>(k)]));
+    quint64* prefix = mPrefixes.data();
+    *prefix = 0;
+    for (const int index : trace) {
+        prefix[1] = appended(*prefix, static_cast<quint32>(index));
+        ++prefix;
+    }
     return true;
 }
 
-std::size_t RunHash::of(int first, int last) const {
+quint32 RunHash::of(int first, int last) const {
     const quint64 before = product(mPrefixes[first], mPowers[last - first + 1]);
-    return reduced(mPrefixes[last + 1] + fingerprint::PRIME - before);
+    return halfOf(reduced(mPrefixes[last + 1] + fingerprint::PRIME - before));
 }
 
 bool RunHash::extendPowers(int size) {

@@ -4,7 +4,6 @@
 
 #include <QtGlobal>
 
-#include <cstddef>
 #include <span>
 
 namespace domain {
@@ -12,14 +11,14 @@ namespace domain {
 /// Fingerprints of the runs of one trace, each in constant time however long it is.
 class RunHash {
 public:
-    /// The hash of a run by itself, equal to that of the same run in a trace. Linear.
-    static std::size_t of(std::span<const int> run);
+    /// The hash of a run by itself, equal to that of the same run in a trace, never 0. Linear.
+    static quint32 of(std::span<const int> run);
 
     /// Prepares for the runs of `trace`, which is not kept. False when memory is exhausted.
     bool begin(std::span<const int> trace);
 
     /// The hash of the run from position `first` to `last`, both included.
-    std::size_t of(int first, int last) const;
+    quint32 of(int first, int last) const;
 
 private:
     bool extendPowers(int size);

@@ -170,11 +170,15 @@ void tryValues(Input& input) {
     using Ints = RecycleArray<int>;
     std::array<Ints, 3> arrays{Ints(1, nullptr), Ints(256, nullptr), Ints(3, nullptr)};
     std::map<const Ints*, std::vector<int>> models;
+    std::array<SharedValues<int>, 3> shared;
+    std::map<const SharedValues<int>*, std::vector<int>> sharedModels;
     while (!input.isUsedUp()) {
         Ints& one = pick(arrays, input);
         Ints& other = pick(arrays, input);
         std::vector<int>& model = models[&one];
-        const int operation = input.below(8);
+        SharedValues<int>& values = pick(shared, input);
+        std::vector<int>& sharedModel = sharedModels[&values];
+        const int operation = input.below(12);
         if (operation == 0) {
             require(one.setTo(other), "a copy");
             model = models[&other];
@@ -184,13 +188,23 @@ void tryValues(Input& input) {
         } else if (operation == 2) {
             one.swap(other);
             std::swap(model, models[&other]);
+        } else if (operation == 3) {
+            require(values.setTo(model), "shared values");
+            sharedModel = model;
+        } else if (operation == 4 && !sharedModel.empty()) {
+            const int first = input.below(int(std::min(sharedModel.size(), std::size_t(256))));
+            const int size = input.below(3) == 0 ? 0 : int(sharedModel.size()) - first;
+            one.referTo(values, first, size);
+            model.assign(sharedModel.begin() + first, sharedModel.begin() + first + size);
+        } else if (operation == 5 && !model.empty()) {
+            one[0] = model[0] = input.below(4);
         } else {
             const int value = input.below(4);
             require(one.add(value), "an addition");
             model.push_back(value);
         }
-        require(std::equal(one.data(), one.data() + one.size(), model.begin(), model.end()),
-                "the values of an array");
+        for (const Ints& array : arrays) // one that is not const would make every piece a copy
+            require(std::ranges::equal(array, models[&array]), "the values of an array");
         require((one == other) == (model == models[&other]), "the equality of arrays");
     }
 }
@@ -277,7 +291,8 @@ struct CheckedPatterns {
     void check() const {
         auto it = list.begin();
         for (const auto& [sequence, count] : entries) {
-            require(it.hasValue() && (*it)->isSequence(sequence) && (*it)->mCount == count,
+            require(it.hasValue() && std::ranges::equal((*it)->run(), sequence) &&
+                        (*it)->mCount == count,
                     "the patterns of a list");
             ++it;
         }
@@ -288,6 +303,7 @@ struct CheckedPatterns {
 
     domain::PatternList list;
     Entries entries;
+    SharedValues<int> trace; ///< What the patterns are pieces of.
 };
 
 void step(CheckedPatterns& one, CheckedPatterns& other, Input& input) {
@@ -318,7 +334,11 @@ void step(CheckedPatterns& one, CheckedPatterns& other, Input& input) {
         one.merge({pattern.run().begin(), pattern.run().end()}, pattern.mCount);
     } else {
         const Sequence sequence = sequenceFrom(input);
-        require(one.list.add(sequence, domain::RunHash::of(sequence)), "a run is stored");
+        domain::Pattern pattern;
+        require(one.trace.setTo(sequence), "a trace");
+        if (!sequence.empty())
+            pattern.mSequence.referTo(one.trace, 0, one.trace.size());
+        require(one.list.add(pattern, domain::RunHash::of(sequence)), "a run is stored");
         one.merge(sequence, 0);
     }
 }
@@ -342,9 +362,11 @@ void tryIndex(Input& input) {
     std::deque<domain::Pattern> patterns;
     while (!input.isUsedUp()) {
         const Sequence sequence = sequenceFrom(input);
-        const std::size_t hash = sequence.empty() ? 31 : std::size_t(sequence[0]);
+        const quint32 hash = sequence.empty() ? 31 : quint32(sequence[0]);
+        domain::Pattern wanted;
+        model::fill(wanted, sequence);
         const auto known = model.find(sequence);
-        require(index.find(hash, sequence) == (known == model.end() ? nullptr : known->second),
+        require(index.find(hash, wanted) == (known == model.end() ? nullptr : known->second),
                 "a pattern is found if it is there");
         if (input.below(64) == 0) {
             index.clear();

@@ -72,6 +72,20 @@ TEST(CycleBuilder, CollapsesARunThatItCannotStore) {
     EXPECT_EQ(none.size(), 0);
 }
 
+TEST(CycleBuilder, SharesTheTraceAmongItsPatternsUntilOneChanges) {
+    domain::Nest nest;
+    analyse(nest, {0, 1, 0, 1, 0});
+    domain::PatternList& patterns = nest.branchAt(0)->mPatterns;
+    const domain::Pattern& shorter = *patterns.at(0);
+    const domain::Pattern& longer = *patterns.at(1);
+    EXPECT_EQ(shorter.run().data(), longer.run().data());
+    domain::Pattern copy;
+    copy = longer;
+    EXPECT_EQ(copy.run().data(), longer.run().data());
+    patterns.at(0)->mSequence[1] = 7;
+    EXPECT_EQ(model::describe(patterns), "0,7,0x1 0,1,0,1,0x0");
+}
+
 TEST(CycleBuilder, StoresNoRunThroughANegativeIndex) {
     domain::Nest nest;
     domain::Trace trace;
