@@ -1,12 +1,13 @@
 #pragma once
 
-#include <QChar>
+#include <QtGlobal>
 
 #include <array>
+#include <cstddef>
 
 namespace json {
 
-/// What a character does to the scan.
+/// What a byte does to the scan, outside of strings.
 enum class Kind : quint8 {
     Bare,
     Space,
@@ -16,12 +17,14 @@ enum class Kind : quint8 {
     OpenObject,
     CloseObject,
     OpenArray,
-    CloseArray
+    CloseArray,
+    Wide ///< Of a character that is not ASCII, which may be whitespace.
 };
 
-using KindTable = std::array<Kind, 128>;
+using KindTable = std::array<Kind, 256>;
 
-constexpr KindTable ascii_kinds() {
+constexpr KindTable byte_kinds() {
+    constexpr std::size_t ASCII = 128;
     KindTable kinds{};
     for (const char space : {' ', '\t', '\n', '\v', '\f', '\r'})
         kinds[static_cast<std::size_t>(space)] = Kind::Space;
@@ -32,15 +35,15 @@ constexpr KindTable ascii_kinds() {
     kinds['}'] = Kind::CloseObject;
     kinds['['] = Kind::OpenArray;
     kinds[']'] = Kind::CloseArray;
+    for (std::size_t byte = ASCII; byte < kinds.size(); ++byte)
+        kinds[byte] = Kind::Wide;
     return kinds;
 }
 
-inline constexpr KindTable ASCII_KINDS = ascii_kinds();
+inline constexpr KindTable KINDS = byte_kinds();
 
-inline Kind kind_of(QChar c) {
-    if (c.unicode() < ASCII_KINDS.size())
-        return ASCII_KINDS[c.unicode()];
-    return c.isSpace() ? Kind::Space : Kind::Bare;
+constexpr Kind kind_of(char byte) {
+    return KINDS[static_cast<quint8>(byte)];
 }
 
 } // namespace json

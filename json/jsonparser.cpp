@@ -1,13 +1,17 @@
 #include "json/jsonparser.h"
 
 #include "json/jsonkind.h"
+#include "json/jsonmarks.h"
 #include "json/jsonnumber.h"
-#include "json/jsonquote.h"
 #include "json/jsonreader.h"
+#include "json/jsonstrings.h"
 #include "json/jsontext.h"
 
+#include <array>
 #include <exception>
 #include <new>
+#include <optional>
+#include <string_view>
 #include <utility>
 
 namespace json {
@@ -17,25 +21,38 @@ namespace {
 const StateFactory STATE_FACTORY;
 const QString EMPTY_KEY;
 
-/// Makes `out` refer to the text instead of copying it.
-void getReference(const QChar* text, qsizetype length, QString& out) {
-    if (length < 1)
-        out.clear();
-    else
-        out = QString::fromRawData(text, length);
-}
-
-/// The first character from `here` on that is of another kind.
-const QChar* skip(Kind kind, const QChar* here, const QChar* end) {
-    while (here != end && kind_of(*here) == kind)
-        ++here;
-    return here;
+/// The length of the whitespace that `here` begins, which is not ASCII; 0 when it is none.
+int spaceAt(const char* here, const char* end) {
+    using namespace std::string_view_literals;
+    constexpr std::array SPACES{"\xc2\x85"sv,     "\xc2\xa0"sv,     "\xe1\x9a\x80"sv,
+                                "\xe2\x80\xa8"sv, "\xe2\x80\xa9"sv, "\xe2\x80\xaf"sv,
+                                "\xe2\x81\x9f"sv, "\xe3\x80\x80"sv};
+    const std::string_view text(here, static_cast<std::size_t>(end - here));
+    for (const std::string_view space : SPACES) {
+        if (text.starts_with(space))
+            return static_cast<int>(space.size());
+    }
+    constexpr std::string_view WIDTHS = "\xe2\x80"; // the spaces of different widths
+    const bool isOfAWidth = text.starts_with(WIDTHS) && text.size() > WIDTHS.size() &&
+                            static_cast<uchar>(text[WIDTHS.size()]) - 0x80U <= 0x0aU;
+    return isOfAWidth ? 3 : 0;
 }
 
 } // namespace
 
+/// A text and how far it is read.
+struct Parser::Scan {
+    explicit Scan(QIODevice& device)
+        : text(device) {}
+
+    Text text;
+    Marks marks;
+    std::optional<Strings> strings; ///< None before the first piece, which tells the encoding.
+};
+
 Parser::Parser()
-    : mStates(STATE_FACTORY) {}
+    : mStates(STATE_FACTORY)
+    , mKey(&EMPTY_KEY) {}
 
 Parser::~Parser() {
     clear();
@@ -50,8 +67,8 @@ bool Parser::parse(QIODevice* device, Reader* reader) {
         return false;
     bool done = false;
     try {
-        Text text(*device);
-        done = handle(text);
+        Scan scan(*device);
+        done = handle(scan);
     } catch (const std::bad_alloc&) {
         done = false;
     }
@@ -132,52 +149,58 @@ bool Parser::getCurrentReader() {
 }
 
 void Parser::forgetText() {
-    mKey.clear();
+    mKey = &EMPTY_KEY;
     mValue.clear();
     mIsValue = false;
     mValueStart = nullptr;
-    mNumberEnd = nullptr;
 }
 
-/// Goes on to the next piece of the text. What is still referred to is kept: `here` moves with its
-/// place in the text.
-bool Parser::readOn(Text& text, const QChar*& here) {
-    const QChar* const keep = mValueStart ? mValueStart : here;
-    const qsizetype kept = here - keep;
-    if (!mKey.isEmpty())
-        mKey.detach(); // no longer a reference to the text
-    const bool more = text.readOn(keep);
+/// Goes on to the next piece of the text, which begins with what is still needed: the bytes from
+/// `keep` on, or from the pending bare value's first. Both move with their place in the text.
+bool Parser::readOn(Scan& scan, const char*& keep) {
+    const char* const first = mValueStart ? mValueStart : keep;
+    const qsizetype kept = scan.text.end() - first;
+    const qsizetype offset = keep - first;
+    const bool more = scan.text.readOn(first);
+    const char* const begin = scan.text.begin();
     if (mValueStart)
-        mValueStart = text.begin();
-    mNumberEnd = nullptr; // the number may go on
-    here = text.begin() + kept;
+        mValueStart = begin;
+    keep = begin + offset;
+    scan.marks.goOn(begin + kept, scan.text.end());
+    if (!scan.strings)
+        scan.strings.emplace(scan.text.isRecoded());
     return more;
 }
 
-/// Whether a flush would do something. If not, whitespace does nothing.
+/// Whether a flush would do something.
 inline bool Parser::hasPending() const {
-    return mValueStart || (!mKey.isEmpty() && groupToken() == TOKEN_ARRAY);
+    return mValueStart || (!mKey->isEmpty() && groupToken() == TOKEN_ARRAY);
 }
 
-/// The place after the whitespace at `here`, as far as it does nothing.
-inline const QChar* Parser::skipSpaces(const QChar* here, const QChar* end) const {
-    return hasPending() ? here : skip(Kind::Space, here, end);
+/// Whether the text ends at `here`, a place of this piece.
+bool Parser::isEnd(Scan& scan, const char* here) {
+    return here == scan.text.end() && !readOn(scan, here);
 }
 
-/// The place after the characters of a bare value that begin at `here`, perhaps not all of them.
-inline const QChar* Parser::handleBare(const QChar* here, const QChar* end) {
-    if (!mValueStart) {
-        mValueStart = here;
-        mNumberEnd = read_decimal(here, end, mNumber);
-        if (mNumberEnd)
-            return mNumberEnd;
+bool Parser::handle(Scan& scan) {
+    while (true) {
+        const char* here = scan.marks.next();
+        if (here == scan.text.end()) {
+            if (!readOn(scan, here))
+                return true;
+            continue;
+        }
+        here = handleMark(scan, here);
+        if (!here)
+            return false;
+        if (!mCurrent) // cleared by the reader
+            return isEnd(scan, here);
     }
-    return skip(Kind::Bare, here + 1, end);
 }
 
 /// The place to go on from; null when the parse has failed.
-inline const QChar* Parser::handleCharacter(const QChar* here, Text& text) {
-    const QChar* const next = here + 1;
+inline const char* Parser::handleMark(Scan& scan, const char* here) {
+    const char* const next = here + 1;
     switch (kind_of(*here)) {
     case Kind::OpenObject:
         return startObject() ? next : nullptr;
@@ -185,118 +208,167 @@ inline const QChar* Parser::handleCharacter(const QChar* here, Text& text) {
         flushValue(here);
         return popTo(TOKEN_OBJECT) ? next : nullptr;
     case Kind::OpenArray:
-        return startArray() ? next : nullptr;
+        if (!startArray())
+            return nullptr;
+        return mValueStart ? next : handleElements(scan, next);
     case Kind::CloseArray:
         flushArrayValue(here);
         return popTo(TOKEN_ARRAY) ? next : nullptr;
     case Kind::Colon:
-        mIsValue = true;
-        return skipSpaces(next, text.end());
+        return handleColon(scan, next);
     case Kind::Comma:
         flushValue(here);
         mIsValue = false;
-        return skipSpaces(next, text.end());
+        return groupToken() == TOKEN_ARRAY ? handleElements(scan, next) : next;
     case Kind::Quote:
-        return handleString(next, text);
+        return handleString(scan, next);
     case Kind::Space:
         flushValue(here);
-        return skipSpaces(next, text.end());
+        return next;
     case Kind::Bare:
-        return handleBare(here, text.end());
+        handleBare(here);
+        return next;
+    case Kind::Wide:
+        return handleWide(scan, here);
     }
     return nullptr;
 }
 
-bool Parser::handle(Text& text) {
-    const QChar* here = text.end();
-    while (here != text.end() || readOn(text, here)) {
-        if (!mCurrent)
-            return false;
-        here = handleCharacter(here, text);
-        if (!here)
-            return false;
+/// Takes the next elements of an array as far as they are what nearly all are: a bare value or a
+/// string with a comma or the closing bracket right behind it. Nothing is pending. The place after
+/// the last comma, `here` without one.
+inline const char* Parser::handleElements(Scan& scan, const char* here) {
+    constexpr int MOST_MARKS = 3;
+    Marks& marks = scan.marks;
+    while (mCurrent && marks.known() >= MOST_MARKS) {
+        const char* const begin = marks.peek(0);
+        const bool isString = *begin == '"';
+        if (!isString && kind_of(*begin) != Kind::Bare)
+            return here;
+        const int size = isString ? 2 : 1;
+        const char* const end = marks.peek(size);
+        if (*end != ',' && *end != ']')
+            return here;
+        if (isString)
+            reportElement(scan, begin + 1, marks.peek(1));
+        else
+            reportNumber(begin, end);
+        marks.skip(size);
+        if (*end == ']')
+            return here;
+        marks.skip(1);
+        here = end + 1;
     }
-    return true;
+    return here;
+}
+
+/// Takes a colon and, should it do something, whitespace right behind it, which is no mark there.
+inline const char* Parser::handleColon(const Scan& scan, const char* next) {
+    mIsValue = true;
+    if (!hasPending() || next == scan.text.end() || kind_of(*next) != Kind::Space)
+        return next;
+    flushValue(next);
+    return next + 1;
+}
+
+inline void Parser::handleBare(const char* here) {
+    if (!mValueStart)
+        mValueStart = here;
+}
+
+/// Takes a byte that is not ASCII. Decoding never makes one character of bytes on both sides of one
+/// that begins a character, so whitespace is known by its bytes, whatever is before them.
+const char* Parser::handleWide(Scan& scan, const char* here) {
+    const int space = spaceAt(here, scan.text.end());
+    if (space == 0) {
+        handleBare(here);
+        return here + 1;
+    }
+    flushValue(here);
+    for (int i = 1; i < space; ++i)
+        scan.marks.next();
+    return here + space;
 }
 
 /// The place after the closing quote of the string that begins at `start`, null without one.
-const QChar* Parser::handleString(const QChar* start, Text& text) {
-    const QChar* quote = find_quote(start, text.end());
-    while (quote == text.end()) {
-        const qsizetype searched = quote - start;
-        if (!readOn(text, start))
+inline const char* Parser::handleString(Scan& scan, const char* start) {
+    const char* quote = scan.marks.next();
+    while (quote == scan.text.end()) {
+        if (!readOn(scan, start))
             return nullptr;
-        quote = find_quote(start + searched, text.end());
+        quote = scan.marks.next();
     }
     if (mIsValue)
-        reportString({start, quote});
+        reportString(scan, start, quote);
     else
-        getReference(start, quote - start, mKey);
+        mKey = start == quote ? &EMPTY_KEY : &scan.strings->find(start, quote);
     return quote + 1;
 }
 
 bool Parser::startObject() {
     if (!pushToken(TOKEN_OBJECT))
         return false;
-    mCurrent->startObject(*this, mKey);
-    mKey.clear();
+    mCurrent->startObject(*this, *mKey);
+    mKey = &EMPTY_KEY;
     return true;
 }
 
 bool Parser::startArray() {
     if (!pushToken(TOKEN_ARRAY))
         return false;
-    mCurrent->startArray(*this, mKey);
-    mKey.clear();
+    mCurrent->startArray(*this, *mKey);
+    mKey = &EMPTY_KEY;
     return true;
 }
 
-void Parser::reportString(QStringView text) {
+void Parser::reportString(Scan& scan, const char* begin, const char* end) {
     mIsValue = false;
-    if (text.isEmpty())
+    if (begin == end)
         mValue.clear();
     else
-        mValue.setUnicode(text.data(), text.size()); // into the storage of the value before
-    mCurrent->jsonString(*this, mKey, mValue);
-    mKey.clear();
+        scan.strings->decode(begin, end, mValue);
+    mCurrent->jsonString(*this, *mKey, mValue);
+    mKey = &EMPTY_KEY;
 }
 
-/// Takes the pending bare value, which ends before `here`. False when there is none, or no number.
-bool Parser::takeNumber(const QChar* here, double& number) {
-    const QChar* const start = std::exchange(mValueStart, nullptr);
-    if (!start)
-        return false;
-    if (mNumberEnd != here)
-        return to_number({start, here}, number);
-    number = mNumber;
-    return true;
-}
-
-void Parser::flushValue(const QChar* here) {
+void Parser::flushValue(const char* here) {
     if (groupToken() == TOKEN_ARRAY)
         return flushArrayValue(here);
-    if (!mValueStart)
+    const char* const start = std::exchange(mValueStart, nullptr);
+    if (!start || !mIsValue)
         return;
     double number = 0;
-    const bool isNumber = takeNumber(here, number);
-    if (!mIsValue)
-        return;
-    if (isNumber && mCurrent)
-        mCurrent->jsonFloat(*this, mKey, number);
-    mKey.clear();
+    if (to_number(start, here, number) && mCurrent)
+        mCurrent->jsonFloat(*this, *mKey, number);
+    mKey = &EMPTY_KEY;
 }
 
-void Parser::flushArrayValue(const QChar* here) {
-    if (!mKey.isEmpty()) {
-        mCurrent->jsonString(*this, EMPTY_KEY, mKey);
+void Parser::flushArrayValue(const char* here) {
+    if (!mKey->isEmpty()) {
+        mCurrent->jsonString(*this, EMPTY_KEY, *mKey);
         incArrayIdx();
-        mKey.clear();
+        mKey = &EMPTY_KEY;
     }
+    const char* const start = std::exchange(mValueStart, nullptr);
+    if (start && mCurrent)
+        reportNumber(start, here);
+}
+
+/// Reports a bare value of an array, if it is a number.
+inline void Parser::reportNumber(const char* begin, const char* end) {
     double number = 0;
-    if (takeNumber(here, number) && mCurrent) {
-        mCurrent->jsonFloat(*this, EMPTY_KEY, number);
-        incArrayIdx();
-    }
+    if (!to_number(begin, end, number))
+        return;
+    mCurrent->jsonFloat(*this, EMPTY_KEY, number);
+    incArrayIdx();
+}
+
+/// Reports a string of an array, unless it is empty.
+inline void Parser::reportElement(Scan& scan, const char* begin, const char* end) {
+    if (begin == end)
+        return;
+    mCurrent->jsonString(*this, EMPTY_KEY, scan.strings->find(begin, end));
+    incArrayIdx();
 }
 
 } // namespace json

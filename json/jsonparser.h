@@ -5,14 +5,12 @@
 #include "json/jsonstate.h"
 
 #include <QString>
-#include <QStringView>
 
 class QIODevice;
 
 namespace json {
 
 class Reader;
-class Text;
 
 /// A streaming reader of JSON-like text: walks it once and reports to the current reader what it
 /// meets. It builds no tree and checks only what its stack depends on. A parser serves any number
@@ -52,28 +50,32 @@ private:
     bool getCurrentReader();
     void forgetText();
 
-    bool handle(Text& text);
-    const QChar* handleCharacter(const QChar* here, Text& text);
-    const QChar* handleString(const QChar* start, Text& text);
-    bool readOn(Text& text, const QChar*& here);
+    struct Scan;
+
+    bool handle(Scan& scan);
+    const char* handleMark(Scan& scan, const char* here);
+    const char* handleElements(Scan& scan, const char* here);
+    const char* handleString(Scan& scan, const char* start);
+    const char* handleWide(Scan& scan, const char* here);
+    const char* handleColon(const Scan& scan, const char* next);
+    void handleBare(const char* here);
+    bool readOn(Scan& scan, const char*& keep);
+    bool hasPending() const;
+    bool isEnd(Scan& scan, const char* here);
     bool startObject();
     bool startArray();
-    void reportString(QStringView text);
-    const QChar* handleBare(const QChar* here, const QChar* end);
-    const QChar* skipSpaces(const QChar* here, const QChar* end) const;
-    bool hasPending() const;
-    bool takeNumber(const QChar* here, double& number);
-    void flushValue(const QChar* here);
-    void flushArrayValue(const QChar* here);
+    void reportString(Scan& scan, const char* begin, const char* end);
+    void reportElement(Scan& scan, const char* begin, const char* end);
+    void reportNumber(const char* begin, const char* end);
+    void flushValue(const char* here);
+    void flushArrayValue(const char* here);
 
     ManagedList<State*> mStates; // the front is the top
     Reader* mCurrent = nullptr;
-    QString mKey; // refers to the text's piece or is a copy: the last string outside value position
+    const QString* mKey; // the last string outside value position, owned by the text's strings
     QString mValue;
-    bool mIsValue = false;              // a member's value is due
-    const QChar* mValueStart = nullptr; // of the pending bare value
-    const QChar* mNumberEnd = nullptr;  // of the number that the bare value begins with
-    double mNumber = 0;
+    bool mIsValue = false;             // a member's value is due
+    const char* mValueStart = nullptr; // of the pending bare value
 };
 
 } // namespace json
