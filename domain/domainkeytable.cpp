@@ -2,6 +2,7 @@
 
 #include "domain/domainfingerprint.h"
 
+#include <cstdint>
 #include <cstring>
 
 namespace domain {
@@ -37,16 +38,21 @@ std::size_t KeyTable::hash::operator()(const QString& key) const {
 
 void KeyTable::clear() {
     mLatest = nullptr;
+    mRecent.fill(nullptr);
     mIndices.clear();
 }
 
 const KeyTable::Entry* KeyTable::find(const QString& key) {
     if (mLatest && is_same_text(mLatest->first, key))
         return mLatest;
-    const auto known = mIndices.find(key);
-    if (known == mIndices.end())
-        return nullptr;
-    mLatest = &*known;
+    const Entry*& recent = recentAt(key);
+    if (!recent || !is_same_text(recent->first, key)) {
+        const auto known = mIndices.find(key);
+        if (known == mIndices.end())
+            return nullptr;
+        recent = &*known;
+    }
+    mLatest = recent;
     return mLatest;
 }
 
@@ -56,7 +62,14 @@ void KeyTable::set(const QString& key, int index) {
 
 void KeyTable::remove(const QString& key) {
     mLatest = nullptr;
+    mRecent.fill(nullptr);
     mIndices.erase(key);
+}
+
+const KeyTable::Entry*& KeyTable::recentAt(const QString& key) {
+    // Places differ in more than the lowest bits, as the allocator hands out whole steps.
+    const auto place = reinterpret_cast<std::uintptr_t>(key.constData());
+    return mRecent[place / alignof(std::max_align_t) % RECENT];
 }
 
 } // namespace domain

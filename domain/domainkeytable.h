@@ -4,14 +4,15 @@
 
 #include <QString>
 
+#include <array>
 #include <cstddef>
 #include <unordered_map>
 #include <utility>
 
 namespace domain {
 
-/// Branch indices by event key. A log names few keys very often, each time as a new piece of text:
-/// the table's own copy of a key is there to be shared.
+/// Branch indices by event key. A log names few keys very often: the table's own copy of a key is
+/// there to be shared.
 class KeyTable {
 public:
     using Entry = std::pair<const QString, int>;
@@ -38,8 +39,16 @@ private:
         bool operator()(const QString& a, const QString& b) const { return is_same_text(a, b); }
     };
 
+    const Entry*& recentAt(const QString& key);
+
+    static constexpr std::size_t RECENT = 1024;
+
     std::unordered_map<QString, int, hash, same> mIndices;
     const Entry* mLatest = nullptr; ///< Found last: a release follows the press of the same key.
+
+    /// Found before, by where their text stood: the parser has that of a key, as a rule, at the
+    /// same place again.
+    std::array<const Entry*, RECENT> mRecent{};
 };
 
 } // namespace domain

@@ -61,21 +61,26 @@ void NestReader::endObject(json::Stack& /*stack*/) {
 
 void NestReader::startArray(json::Stack& stack, const QString& key) {
     stack.push(this);
-    mBranch.clear();
     mBranch.mGesture = gestureOf(key);
+    mBranch.mBounds = QRectF();
+    mHasKey = false;
 }
 
 void NestReader::endArray(json::Stack& /*stack*/) {
-    addBranch(mBranch);
-    mBranch.clear();
+    if (mHasKey)
+        addBranch(mBranch);
+    mBranch.mGesture = GESTURE_NONE;
 }
 
 void NestReader::jsonString(json::Stack& stack, const QString& /*key*/, const QString& value) {
     if (mBranch.mGesture == GESTURE_NONE || stack.arrayIndex() != KEY_AT)
         return;
-    // `value` may be the parser's text: the event has a key that owns its characters.
+    mHasKey = true;
     const KeyTable::Entry* known = mKeys.find(value);
-    mBranch.mKey = known ? known->first : QString(value.constData(), value.size());
+    if (!known) // `value` may be the parser's text: the event has a key that owns its characters
+        mBranch.mKey = QString(value.constData(), value.size());
+    else if (mBranch.mKey.constData() != known->first.constData()) // a counted reference is dear
+        mBranch.mKey = known->first;
 }
 
 void NestReader::jsonFloat(json::Stack& stack, const QString& /*key*/, double value) {

@@ -60,7 +60,8 @@ private:
     Analysis& mAnalysis;
     Nest mNest;     ///< The recording's branches, at their final indices.
     Trace mTrace;   ///< The recording's events without "up".
-    Branch mBranch; ///< The event being read.
+    Branch mBranch; ///< The event being read; may have the key of the one before.
+    bool mHasKey = false;
     KeyTable mKeys; ///< Branch indices of the target's keys.
     int mRecordingCount = 0;
     int mEventCount = 0;
