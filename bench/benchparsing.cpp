@@ -5,6 +5,7 @@
 #include "domain/domainlog.h"
 #include "domain/domainnest.h"
 #include "domain/domainnestreader.h"
+#include "json/jsonnumber.h"
 #include "json/jsonparser.h"
 #include "json/jsonreader.h"
 
@@ -27,16 +28,19 @@ bool readWithQt(const std::string& path, IgnoredLog&) {
 }
 
 void addIgnoring(Logs& logs, const LogKind& kind, const std::string& contender,
-                 bool (*read)(const std::string&, IgnoredLog&)) {
-    add("parse: " + nameOf(kind), contender, [&logs, kind, read](benchmark::State& state) {
-        const LogFile& log = logs.log(kind);
-        for (auto _ : state) {
-            IgnoredLog ignored;
-            if (!read(log.path, ignored))
-                state.SkipWithError("fails");
-        }
-        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * log.bytes);
-    });
+                 bool (*read)(const std::string&, IgnoredLog&), double target = 0) {
+    add(
+        "parse: " + nameOf(kind), contender,
+        [&logs, kind, read](benchmark::State& state) {
+            const LogFile& log = logs.log(kind);
+            for (auto _ : state) {
+                IgnoredLog ignored;
+                if (!read(log.path, ignored))
+                    state.SkipWithError("fails");
+            }
+            state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * log.bytes);
+        },
+        target);
 }
 
 bool tallyOurs(const LogFile& log, Tally& tally) {
@@ -81,6 +85,25 @@ void addEvents(Logs& logs, const LogKind& kind, const std::string& contender,
         target);
 }
 
+/// Some of the bare values that a short way through the parser does not take.
+void addNumber(const std::string& text) {
+    constexpr qsizetype READABLE = 8; // from a number's begin on
+    const QString decoded = QString::fromStdString(text);
+    const std::string padded = text + std::string(READABLE, ' ');
+    add("number: " + text, OURS, [text, padded](benchmark::State& state) {
+        double number = 0;
+        for (auto _ : state) {
+            const char* begin = padded.data();
+            benchmark::DoNotOptimize(begin);
+            benchmark::DoNotOptimize(json::to_number(begin, begin + text.size(), number));
+        }
+    });
+    add("number: " + text, "QString::toDouble", [decoded](benchmark::State& state) {
+        for (auto _ : state)
+            benchmark::DoNotOptimize(decoded.toDouble());
+    });
+}
+
 } // namespace
 
 void addParsing(Logs& logs) {
@@ -91,14 +114,16 @@ void addParsing(Logs& logs) {
                              {Shape::Alternating, 1000, 10}};
     for (const LogKind& kind : kinds) {
         addIgnoring(logs, kind, OURS, readWithOurs);
-        addIgnoring(logs, kind, "RapidJSON", readWithRapidJson);
+        addIgnoring(logs, kind, "RapidJSON", readWithRapidJson, 2);
         addIgnoring(logs, kind, "nlohmann", readWithNlohmann);
         addIgnoring(logs, kind, "QJsonDocument", readWithQt);
         addEvents(logs, kind, OURS, tallyOurs);
-        addEvents(logs, kind, "RapidJSON", tallyPlain<readWithRapidJson>, 1);
+        addEvents(logs, kind, "RapidJSON", tallyPlain<readWithRapidJson>, 1.5);
         addEvents(logs, kind, "nlohmann", tallyPlain<readWithNlohmann>, 5);
         addEvents(logs, kind, "QJsonDocument, the document alone", tallyQt, 5);
     }
+    for (const char* number : {"345.3333435058594", "1.5e-3", "true", "null"})
+        addNumber(number);
 }
 
 } // namespace bench
