@@ -1,6 +1,8 @@
 #include "import/importbytes.h"
 
 #include <algorithm>
+#include <cstring>
+#include <new>
 #include <optional>
 
 namespace import {
@@ -52,30 +54,52 @@ std::optional<QStringConverter::Encoding> withoutMark(std::string_view text) {
 } // namespace
 
 Bytes::Bytes(QIODevice& device)
-    : mDevice(device)
-    , mPiece(PIECE, '\0') {}
+    : mDevice(device) {
+    makeRoom(PIECE);
+}
 
 bool Bytes::more() {
     dropUsed();
-    const qint64 count = mDevice.read(mPiece.data(), static_cast<qint64>(mPiece.size()));
+    makeRoom(PIECE);
+    char* const piece = mRoom.get() + mEnd;
+    const qint64 count = mDevice.read(piece, static_cast<qint64>(PIECE));
     if (count < 0)
         mFault = mDevice.errorString();
     if (count <= 0)
         return false;
-    std::string_view piece(mPiece.data(), static_cast<std::size_t>(count));
-    if (mEncoding == Encoding::Unknown)
-        tellEncoding(piece);
-    if (mEncoding == Encoding::Utf8 && mHeld.empty() && mDropped == 0 &&
-        piece.starts_with(UTF8_MARK))
-        piece.remove_prefix(UTF8_MARK.size());
-    append(piece);
+    const std::string_view read(piece, static_cast<std::size_t>(count));
+    const bool isFirst = mEncoding == Encoding::Unknown;
+    if (isFirst)
+        tellEncoding(read);
+    if (mEncoding == Encoding::Utf8)
+        mEnd += read.size();
+    else
+        decode(read.size());
+    if (isFirst && held().starts_with(UTF8_MARK))
+        use(UTF8_MARK.size());
     return true;
 }
 
 void Bytes::dropUsed() {
-    mHeld.erase(0, mUsed);
-    mDropped += mUsed;
+    if (mUsed == 0)
+        return;
+    mEnd -= mUsed;
+    std::memmove(mRoom.get(), mRoom.get() + mUsed, mEnd);
     mUsed = 0;
+}
+
+/// For `size` bytes behind what is held, and one more.
+void Bytes::makeRoom(std::size_t size) {
+    const std::size_t needed = mEnd + size + 1;
+    if (needed <= mSize)
+        return;
+    const std::size_t grown = std::max(needed, mSize + mSize / 2);
+    auto* const room = static_cast<char*>(std::realloc(mRoom.get(), grown));
+    if (!room)
+        throw std::bad_alloc();
+    static_cast<void>(mRoom.release());
+    mRoom.reset(room);
+    mSize = grown;
 }
 
 void Bytes::tellEncoding(std::string_view piece) {
@@ -91,16 +115,16 @@ void Bytes::tellEncoding(std::string_view piece) {
     }
 }
 
-void Bytes::append(std::string_view piece) {
-    const QByteArrayView view(piece.data(), static_cast<qsizetype>(piece.size()));
-    if (mEncoding == Encoding::Utf8) {
-        mHeld += piece;
-        return;
-    }
+/// Makes UTF-8 of the `size` bytes behind what is held.
+void Bytes::decode(std::size_t size) {
+    const QByteArrayView view(mRoom.get() + mEnd, static_cast<qsizetype>(size));
     const QString text =
         mEncoding == Encoding::Latin1 ? QString::fromLatin1(view) : QString(mDecoder.decode(view));
     const QByteArray bytes = text.toUtf8();
-    mHeld.append(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    const auto length = static_cast<std::size_t>(bytes.size());
+    makeRoom(length);
+    std::copy(bytes.begin(), bytes.end(), mRoom.get() + mEnd);
+    mEnd += length;
 }
 
 } // namespace import

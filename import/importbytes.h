@@ -4,7 +4,8 @@
 #include <QString>
 #include <QStringDecoder>
 
-#include <string>
+#include <cstdlib>
+#include <memory>
 #include <string_view>
 
 namespace import {
@@ -18,10 +19,10 @@ public:
     explicit Bytes(QIODevice& device);
 
     /// Until the next `more` or `use`.
-    std::string_view held() const { return std::string_view(mHeld).substr(mUsed); }
+    std::string_view held() const { return {mRoom.get() + mUsed, mEnd - mUsed}; }
 
-    /// As `held`, to be changed in place.
-    char* data() { return mHeld.data() + mUsed; }
+    /// As `held`, to be changed in place; one byte behind it can be written to.
+    char* data() { return mRoom.get() + mUsed; }
 
     /// Reads a piece behind what is held. False at the end of the text, or at a fault of the
     /// device.
@@ -30,24 +31,26 @@ public:
     /// Lets go of the first `count` bytes held.
     void use(std::size_t count) { mUsed += count; }
 
-    /// Bytes used up since the beginning.
-    std::size_t position() const { return mDropped + mUsed; }
-
     /// Why reading ended early; empty when it did not.
     const QString& fault() const { return mFault; }
 
 private:
     enum class Encoding { Unknown, Utf8, Latin1, Decoded };
 
+    struct freer {
+        void operator()(char* room) const { std::free(room); }
+    };
+
     void dropUsed();
+    void makeRoom(std::size_t size);
     void tellEncoding(std::string_view piece);
-    void append(std::string_view piece);
+    void decode(std::size_t size);
 
     QIODevice& mDevice;
-    std::string mPiece;
-    std::string mHeld;
+    std::unique_ptr<char, freer> mRoom; // not a vector's: it grows without being copied
+    std::size_t mSize = 0;              // of the room
     std::size_t mUsed = 0;
-    std::size_t mDropped = 0;
+    std::size_t mEnd = 0; // of what is held
     Encoding mEncoding = Encoding::Unknown;
     QStringDecoder mDecoder;
     QString mFault;

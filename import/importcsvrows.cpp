@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 namespace import {
 
@@ -18,17 +17,28 @@ bool isLineEnd(char c) {
     return c == '\n' || c == '\r';
 }
 
+/// What stands before the closing quote, with one quote for each pair.
+std::string_view unquoted(char* from, const char* to) {
+    char* end = from;
+    for (const char* at = from; at != to; ++at) {
+        if (*at == '"' && (++at == to || *at != '"'))
+            break;
+        *end++ = *at;
+    }
+    return {from, static_cast<std::size_t>(end - from)};
+}
+
 } // namespace
 
 CsvRows::CsvRows(Bytes& bytes)
     : mBytes(bytes)
-    , mMostCells(MOST_COLUMNS) {}
+    , mEnds(MOST_COLUMNS) {}
 
 QString CsvRows::choose(const std::vector<QString>& columns) {
     tellSeparator();
     if (nextRow() == Next::Row) {
-        for (const span& cell : mSpans) {
-            const std::string_view name = textOf(cell);
+        for (std::size_t i = 0; i < mCount; ++i) {
+            const std::string_view name = textOf(i);
             mColumns.push_back(
                 QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())).trimmed());
         }
@@ -40,7 +50,7 @@ QString CsvRows::choose(const std::vector<QString>& columns) {
         mChosen.push_back(static_cast<std::size_t>(found - mColumns.begin()));
     }
     mCells.resize(mChosen.size());
-    mMostCells = mColumns.size() + 1; // one more tells a row that has too many
+    mEnds.resize(mColumns.size() + 1); // one more tells a row that has too many
     return {};
 }
 
@@ -58,10 +68,10 @@ Rows::Next CsvRows::next() {
     const Next next = nextRow();
     if (next != Next::Row)
         return next;
-    if (mSpans.size() != mColumns.size())
+    if (mCount != mColumns.size())
         return Next::Odd;
     for (std::size_t i = 0; i < mChosen.size(); ++i)
-        mCells[i] = textOf(mSpans[mChosen[i]]);
+        mCells[i] = textOf(mChosen[i]);
     return next;
 }
 
@@ -72,16 +82,15 @@ Rows::Next CsvRows::nextRow() {
     while (!scan(mBytes.held())) {
         if (mAt > LONGEST_ROW) {
             isTooLong = true;
-            mSpans.clear();
             mBytes.use(mAt);
-            mCell.from = mAt = 0;
+            mAt = 0;
         }
         if (mBytes.more())
             continue;
         if (mState == At::Quoted)
             return Next::Cut;
-        if (mAt == mCell.from && mSpans.empty() && !mCell.isQuoted)
-            return isTooLong ? Next::Odd : Next::End;
+        if (mAt == mFrom && !isTooLong)
+            return Next::End;
         endCell();
         break;
     }
@@ -89,10 +98,8 @@ Rows::Next CsvRows::nextRow() {
 }
 
 void CsvRows::beginRow() {
-    mSpans.clear();
-    mCell = {};
+    mFrom = mAt = mCount = 0;
     mState = At::CellStart;
-    mAt = 0;
     mIsEnded = false;
 }
 
@@ -118,74 +125,61 @@ bool CsvRows::scan(std::string_view text) {
 }
 
 void CsvRows::scanCellStart(char c) {
-    if (isLineEnd(c) && mSpans.empty()) { // a blank line, or the second half of a line's end
-        mCell.from = ++mAt;
+    if (isLineEnd(c) && mCount == 0) { // a blank line, or the second half of a line's end
+        mFrom = ++mAt;
         return;
     }
-    mCell.isQuoted = c == '"';
-    mState = mCell.isQuoted ? At::Quoted : At::Plain;
-    mAt += mCell.isQuoted ? 1 : 0;
-    mCell.from = mAt;
+    mState = c == '"' ? At::Quoted : At::Plain;
+    mAt += c == '"' ? 1 : 0;
 }
 
 /// The rest of the cell, and the plain cells that follow it.
 void CsvRows::scanPlain(std::string_view text) {
-    const char* const end = text.data() + text.size();
-    const char* at = text.data() + mAt;
-    for (;;) {
-        const char* const found = find_cell_end(at, end, mSeparator);
-        mAt = static_cast<std::size_t>(found - text.data());
-        if (found == end)
-            return;
-        endCell();
-        mCell.from = ++mAt;
-        at = found + 1;
-        mIsEnded = *found != mSeparator;
-        if (mIsEnded || at == end || *at == '"')
-            return;
-        mState = At::Plain;
+    CellEnds ends(text, mAt, mSeparator);
+    std::size_t count = mCount; // in registers
+    std::size_t at = ends.next();
+    mState = At::Plain;
+    while (at < text.size()) {
+        if (count < mEnds.size())
+            mEnds[count++] = at;
+        mIsEnded = text[at] != mSeparator;
+        ++at;
+        if (mIsEnded || at == text.size() || text[at] == '"') {
+            mState = At::CellStart;
+            break;
+        }
+        at = ends.next();
     }
+    mCount = count;
+    mAt = at;
 }
 
 void CsvRows::scanQuoted(std::string_view text) {
-    const auto* const quote =
-        static_cast<const char*>(std::memchr(text.data() + mAt, '"', text.size() - mAt));
-    if (!quote) {
-        mAt = text.size();
-        return;
-    }
-    mCell.to = static_cast<std::size_t>(quote - text.data());
-    mAt = mCell.to + 1;
-    mState = At::QuoteInQuoted;
+    const std::size_t quote = std::min(text.find('"', mAt), text.size());
+    mAt = std::min(quote + 1, text.size());
+    if (quote < text.size())
+        mState = At::QuoteInQuoted;
 }
 
 /// What stands behind a closing quote belongs to no cell.
 void CsvRows::scanBehindQuote(char c) {
-    if (c != '"') {
-        mState = At::Plain;
-        return;
-    }
-    mCell.hasPairs = true;
-    mState = At::Quoted;
-    ++mAt;
+    mState = c == '"' ? At::Quoted : At::Plain;
+    mAt += c == '"' ? 1 : 0;
 }
 
 void CsvRows::endCell() {
-    if (!mCell.isQuoted)
-        mCell.to = mAt;
-    if (mSpans.size() < mMostCells)
-        mSpans.push_back(mCell);
-    mCell = {};
-    mState = At::CellStart;
+    if (mCount < mEnds.size())
+        mEnds[mCount++] = mAt;
 }
 
-/// The cell's text; pairs of quotes become one in place.
-std::string_view CsvRows::textOf(const span& cell) {
-    char* const from = mBytes.data() + cell.from;
-    char* to = mBytes.data() + cell.to;
-    if (cell.hasPairs)
-        to = std::unique(from, to, [](char a, char b) { return a == '"' && b == '"'; });
-    return {from, static_cast<std::size_t>(to - from)};
+/// The cell's text; what quotes stand around and within it is settled in place.
+std::string_view CsvRows::textOf(std::size_t cell) {
+    const std::size_t begin = cell == 0 ? mFrom : mEnds[cell - 1] + 1;
+    char* const from = mBytes.data() + begin;
+    char* const to = mBytes.data() + mEnds[cell];
+    if (from == to || *from != '"')
+        return {from, static_cast<std::size_t>(to - from)};
+    return unquoted(from + 1, to);
 }
 
 } // namespace import

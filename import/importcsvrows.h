@@ -24,13 +24,6 @@ public:
     QString fault() const override { return mBytes.fault(); }
 
 private:
-    struct span {
-        std::size_t from = 0;
-        std::size_t to = 0;
-        bool isQuoted = false;
-        bool hasPairs = false; ///< Of quotes, which are one each.
-    };
-
     enum class At { CellStart, Plain, Quoted, QuoteInQuoted };
 
     void tellSeparator();
@@ -42,17 +35,17 @@ private:
     void scanQuoted(std::string_view text);
     void scanBehindQuote(char c);
     void endCell();
-    std::string_view textOf(const span& cell);
+    std::string_view textOf(std::size_t cell);
 
     Bytes& mBytes;
     char mSeparator = ',';
     std::vector<QString> mColumns;
     std::vector<std::size_t> mChosen;
 
-    // The row at hand: offsets within what is held, of which it is the beginning.
-    std::vector<span> mSpans;
-    std::size_t mMostCells;
-    span mCell;
+    // The row at hand: offsets within what is held.
+    std::size_t mFrom = 0;
+    std::vector<std::size_t> mEnds; // of the cells, and room for as many as a row may have
+    std::size_t mCount = 0;         // of the cells
     At mState = At::CellStart;
     std::size_t mAt = 0;
     bool mIsEnded = false;

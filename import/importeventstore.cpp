@@ -53,15 +53,6 @@ private:
     std::size_t mAt = 0;
 };
 
-std::uint32_t EventStore::Names::numberOf(std::string_view name) {
-    const auto known = mNumbers.find(name);
-    if (known != mNumbers.end())
-        return known->second;
-    const auto number = static_cast<std::uint32_t>(mNames.size());
-    mNumbers.emplace(mNames.emplace_back(name), number);
-    return number;
-}
-
 bool EventStore::add(std::string_view recording, double order, const event& event) {
     mEvents.push_back({mRecordings.numberOf(recording), mKeys.numberOf(event.key), order,
                        event.time, event.at.value_or(place()), event.gesture, event.named,
@@ -81,7 +72,7 @@ bool EventStore::spill() {
     }
     std::stable_sort(mEvents.begin(), mEvents.end(), isBefore);
     mRuns.push_back(mFile->pos());
-    const auto bytes = static_cast<qint64>(mEvents.size() * sizeof(stored));
+    const qint64 bytes = static_cast<qint64>(mEvents.size()) * static_cast<qint64>(sizeof(stored));
     const bool isWritten =
         mFile->write(reinterpret_cast<const char*>(mEvents.data()), bytes) == bytes;
     mEvents.clear();

@@ -2,15 +2,13 @@
 
 #include "import/importcollector.h"
 #include "import/importevent.h"
+#include "import/importtexts.h"
 
 #include <QTemporaryFile>
 
 #include <cstdint>
-#include <deque>
 #include <memory>
-#include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace import {
@@ -39,18 +37,6 @@ private:
         bool hasPlace;
     };
 
-    /// Texts by number, from 0.
-    class Names {
-    public:
-        std::uint32_t numberOf(std::string_view name);
-
-        std::string_view operator[](std::uint32_t number) const { return mNames[number]; }
-
-    private:
-        std::deque<std::string> mNames;
-        std::unordered_map<std::string_view, std::uint32_t> mNumbers; // of the texts in mNames
-    };
-
     class Run;
 
     static bool isBefore(const stored& a, const stored& b);
@@ -58,8 +44,8 @@ private:
     bool tellRuns(Collector& into);
     void tellOne(const stored& from, Collector& into);
 
-    Names mRecordings;
-    Names mKeys;
+    Texts mRecordings;
+    Texts mKeys;
     std::vector<stored> mEvents;
     std::unique_ptr<QTemporaryFile> mFile;
     std::vector<qint64> mRuns; // where each begins in the file, in bytes

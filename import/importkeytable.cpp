@@ -5,10 +5,10 @@
 namespace import {
 
 key_entry* KeyTable::take(std::string_view source, Named named) {
-    auto known = mSources.find(source);
-    if (known == mSources.end())
-        known = mSources.emplace(source, settle(source)).first;
-    source_key& found = known->second;
+    const std::uint32_t number = mSources.numberOf(source);
+    if (number == mFound.size())
+        mFound.push_back(settle(source));
+    source_key& found = mFound[number];
     ++found.events;
     if (found.becomes) {
         ++found.becomes->events;
@@ -39,7 +39,7 @@ key_entry* KeyTable::entryOf(const std::string& key) {
 
 std::vector<std::int64_t> KeyTable::hits() const {
     std::vector<std::int64_t> hits(static_cast<std::size_t>(mRules.lines().size()));
-    for (const auto& [source, found] : mSources) {
+    for (const source_key& found : mFound) {
         for (const int rule : found.matched)
             hits[static_cast<std::size_t>(rule)] += found.events;
     }

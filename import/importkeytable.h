@@ -3,6 +3,7 @@
 #include "import/importevent.h"
 #include "import/importrules.h"
 #include "import/importtextmap.h"
+#include "import/importtexts.h"
 
 #include <array>
 #include <cstdint>
@@ -50,7 +51,8 @@ private:
     key_entry* entryOf(const std::string& key);
 
     const Rules& mRules;
-    text_map<source_key> mSources;
+    Texts mSources;
+    std::deque<source_key> mFound; // of each source
     text_map<key_entry*> mByKey;
     std::deque<key_entry> mKeys;
 };

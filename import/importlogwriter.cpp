@@ -1,5 +1,6 @@
 #include "import/importlogwriter.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -21,6 +22,33 @@ constexpr std::string_view memberOf(Gesture gesture) {
     return "\"down\": [";
 }
 
+constexpr std::size_t LONGEST_NUMBER = 32; // characters
+
+char* put(char* to, std::string_view text) {
+    return std::copy(text.begin(), text.end(), to);
+}
+
+/// With at most three digits behind the point: thousandths of pixels and milliseconds.
+char* put(char* to, double number) {
+    constexpr int THOUSAND = 1000;
+    constexpr double EXACT = 9e12; // up to which thousandths are
+    if (!(std::abs(number) < EXACT))
+        return std::to_chars(to, to + LONGEST_NUMBER, number).ptr;
+    const long long thousandths = std::llround(std::abs(number) * THOUSAND);
+    if (number < 0 && thousandths > 0)
+        *to++ = '-';
+    to = std::to_chars(to, to + LONGEST_NUMBER, thousandths / THOUSAND).ptr;
+    auto rest = static_cast<int>(thousandths % THOUSAND);
+    if (rest == 0)
+        return to;
+    *to++ = '.';
+    for (int digit = THOUSAND / 10; rest > 0; digit /= 10) {
+        *to++ = static_cast<char>('0' + rest / digit);
+        rest %= digit;
+    }
+    return to;
+}
+
 } // namespace
 
 LogWriter::LogWriter(QIODevice& device)
@@ -31,18 +59,19 @@ LogWriter::LogWriter(QIODevice& device)
 
 void LogWriter::add(const event& event) {
     beginMember();
-    mText += memberOf(event.gesture);
-    append(event.time);
-    mText += ", \"";
+    char part[4 * LONGEST_NUMBER];
+    char* end = put(part, memberOf(event.gesture));
+    end = put(end, event.time);
+    mText.append(part, put(end, ", \""));
     mText += event.key;
-    mText += '"';
+    end = put(part, "\"");
     if (event.at) {
-        mText += ", ";
-        append(event.at->x);
-        mText += ", ";
-        append(event.at->y);
+        end = put(end, ", ");
+        end = put(end, event.at->x);
+        end = put(end, ", ");
+        end = put(end, event.at->y);
     }
-    mText += ']';
+    mText.append(part, put(end, "]"));
     if (mText.size() > WRITTEN_AT_ONCE)
         flush();
 }
@@ -55,19 +84,6 @@ void LogWriter::beginMember() {
     mText += mHasRecordings ? ",\n{\n  " : "\n{\n  ";
     mInRecording = true;
     mHasRecordings = true;
-}
-
-/// Whole numbers without a point, others with at most three digits behind it: thousandths of
-/// pixels and milliseconds.
-void LogWriter::append(double number) {
-    constexpr double EXACT = 1e15;
-    char digits[32];
-    const double thousandths = std::round(number * 1000) / 1000;
-    const auto end =
-        std::abs(number) < EXACT && std::trunc(thousandths) == thousandths
-            ? std::to_chars(digits, std::end(digits), static_cast<long long>(thousandths)).ptr
-            : std::to_chars(digits, std::end(digits), thousandths).ptr;
-    mText.append(digits, end);
 }
 
 void LogWriter::endRecording() {

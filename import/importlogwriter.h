@@ -25,7 +25,6 @@ public:
 
 private:
     void beginMember();
-    void append(double number);
     void flush();
 
     QIODevice& mDevice;

@@ -4,7 +4,7 @@
 #include "import/importeventstore.h"
 #include "import/importjsonrows.h"
 #include "import/importtext.h"
-#include "import/importtextmap.h"
+#include "import/importtexts.h"
 
 #include <limits>
 
@@ -137,11 +137,11 @@ private:
     std::optional<Gesture> gestureOf(std::string_view value) {
         if (mGesture == NO_COLUMN)
             return Gesture::Down;
-        const auto known = mGestures.find(value);
-        if (known != mGestures.end())
-            return known->second;
-        const auto shown = QString::fromUtf8(value.data(), static_cast<qsizetype>(value.size()));
-        return mGestures.emplace(value, mTable.map.gestureOf(shown)).first->second;
+        const std::uint32_t number = mValues.numberOf(value);
+        if (number == mGestures.size())
+            mGestures.push_back(mTable.map.gestureOf(
+                QString::fromUtf8(value.data(), static_cast<qsizetype>(value.size()))));
+        return mGestures[number];
     }
 
     std::optional<place> placeOfRow() {
@@ -188,7 +188,8 @@ private:
     std::size_t mSort = NO_COLUMN;
     double mOrder = 0;
     std::string mKey;
-    text_map<std::optional<Gesture>> mGestures;
+    Texts mValues;                                 // of the column of gestures
+    std::vector<std::optional<Gesture>> mGestures; // by these
 };
 
 outcome TableReader::read(QIODevice& source, Collector& into) {
