@@ -100,8 +100,13 @@ bool LogWriter::finish() {
 }
 
 void LogWriter::flush() {
-    const auto size = static_cast<qint64>(mText.size());
-    mIsWritten = mIsWritten && mDevice.write(mText.data(), size) == size;
+    std::string_view rest = mText;
+    // A full disk takes a part, and says why when it is to take the rest.
+    while (mIsWritten && !rest.empty()) {
+        const qint64 count = mDevice.write(rest.data(), static_cast<qint64>(rest.size()));
+        mIsWritten = count > 0;
+        rest.remove_prefix(mIsWritten ? static_cast<std::size_t>(count) : 0);
+    }
     mText.clear();
 }
 

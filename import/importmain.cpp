@@ -4,12 +4,12 @@
 #include "import/importoptions.h"
 #include "import/importsummary.h"
 
-#include <QBuffer>
 #include <QCoreApplication>
 #include <QFile>
 #include <QSaveFile>
 
-#include <algorithm>
+#include <unistd.h>
+
 #include <csignal>
 #include <cstdio>
 #include <memory>
@@ -55,15 +55,17 @@ protected:
     qint64 writeData(const char* /*data*/, qint64 size) override { return size; }
 };
 
-/// Where the log goes; not open when it cannot.
+/// Where the log goes; not open when it cannot. Without a buffer: Qt tells of no fault when it
+/// empties one at the end.
 std::unique_ptr<QFileDevice> newOutput(const import::options& options) {
+    constexpr QIODevice::OpenMode MODE = QIODevice::WriteOnly | QIODevice::Unbuffered;
     if (options.output.isEmpty()) {
         auto output = std::make_unique<QFile>();
-        output->open(stdout, QIODevice::WriteOnly);
+        output->open(STDOUT_FILENO, MODE);
         return output;
     }
     auto output = std::make_unique<QSaveFile>(options.output);
-    output->open(QIODevice::WriteOnly);
+    output->open(MODE);
     return output;
 }
 
@@ -102,7 +104,7 @@ ExitStatus listKeys(const import::options& options) {
 
 bool isCommitted(QFileDevice& output) {
     auto* const file = qobject_cast<QSaveFile*>(&output);
-    return file ? file->commit() : output.flush();
+    return !file || file->commit();
 }
 
 ExitStatus writeLog(const import::options& options) {
