@@ -78,17 +78,20 @@ private:
     Log& mLog;
 };
 
-template <typename Log>
-bool read(const std::string& path, Log& log) {
+/// Empty when it cannot be read.
+std::string textOf(const std::string& path) {
     std::ifstream file(path, std::ios::binary | std::ios::ate);
     const std::streamoff size = file.tellg();
     if (size < 0)
-        return false;
+        return {};
     std::string text(static_cast<std::size_t>(size), '\0');
-    if (!file.seekg(0).read(text.data(), size))
-        return false;
+    return file.seekg(0).read(text.data(), size) ? text : std::string();
+}
+
+template <typename Log>
+bool read(const std::string& path, Log& log) {
     Handler<Log> handler(log);
-    return json::sax_parse(text, &handler);
+    return json::sax_parse(textOf(path), &handler);
 }
 
 } // namespace
@@ -99,6 +102,17 @@ bool readWithNlohmann(const std::string& path, PlainLog& log) {
 
 bool readWithNlohmann(const std::string& path, IgnoredLog& log) {
     return read(path, log);
+}
+
+std::int64_t elementsWithNlohmann(const std::string& path) {
+    std::int64_t count = 0;
+    const auto discard = [&](int depth, json::parse_event_t event, const json& /*value*/) {
+        const bool isElement = depth == 1 && event == json::parse_event_t::object_end;
+        count += isElement ? 1 : 0;
+        return !isElement;
+    };
+    const json rest = json::parse(textOf(path), discard, false);
+    return rest.is_array() ? count : 0;
 }
 
 } // namespace bench

@@ -2,6 +2,7 @@
 
 #include "bench/benchplainlog.h"
 
+#include <cstdint>
 #include <string>
 
 namespace bench {
@@ -12,5 +13,9 @@ bool readWithRapidJson(const std::string& path, PlainLog& log);
 bool readWithRapidJson(const std::string& path, IgnoredLog& log);
 bool readWithNlohmann(const std::string& path, PlainLog& log);
 bool readWithNlohmann(const std::string& path, IgnoredLog& log);
+
+/// Builds each object in the array that the file at `path` is, and lets go of it. Their number; 0
+/// when it cannot.
+std::int64_t elementsWithNlohmann(const std::string& path);
 
 } // namespace bench
