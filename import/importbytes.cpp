@@ -59,13 +59,16 @@ Bytes::Bytes(QIODevice& device)
 }
 
 bool Bytes::more() {
+    if (mIsAtEnd)
+        return false;
     dropUsed();
     makeRoom(PIECE);
     char* const piece = mRoom.get() + mEnd;
     const qint64 count = mDevice.read(piece, static_cast<qint64>(PIECE));
     if (count < 0)
         mFault = mDevice.errorString();
-    if (count <= 0)
+    mIsAtEnd = count <= 0;
+    if (mIsAtEnd)
         return false;
     const std::string_view read(piece, static_cast<std::size_t>(count));
     const bool isFirst = mEncoding == Encoding::Unknown;

@@ -51,6 +51,7 @@ private:
     std::size_t mSize = 0;              // of the room
     std::size_t mUsed = 0;
     std::size_t mEnd = 0; // of what is held
+    bool mIsAtEnd = false;
     Encoding mEncoding = Encoding::Unknown;
     QStringDecoder mDecoder;
     QString mFault;

@@ -7,7 +7,8 @@ namespace import {
 namespace {
 
 constexpr std::string_view START = "(start)";
-constexpr int CELL_WIDTH = 120; // pixels
+constexpr std::size_t LONGEST_KEY = 1 << 20; // bytes
+constexpr int CELL_WIDTH = 120;              // pixels
 constexpr int CELL_HEIGHT = 60;
 
 /// The place of cell `number`, from 0, in a square that grows with the keys: column by column and
@@ -41,6 +42,8 @@ void Collector::add(const event& event) {
     mIsOpen = true; // also what stands beside all recordings is one
     if (event.key.empty())
         return report("no key");
+    if (event.key.size() > LONGEST_KEY)
+        return report("key over 1 MB");
     key_entry* const key = mKeys.take(event.key, event.named);
     if (!key)
         return skip("ignored by a rule");

@@ -34,7 +34,7 @@ public:
     void beginRecording();
     void endRecording();
 
-    /// An event whose key is empty is reported.
+    /// An event whose key is empty, or longer than any name, is reported.
     void add(const event& event);
 
     /// A press where the source knows no release: both, at one place.

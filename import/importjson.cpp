@@ -1,5 +1,6 @@
 #include "import/importjson.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace import {
@@ -7,6 +8,13 @@ namespace import {
 namespace {
 
 constexpr std::size_t ROOM = 1 << 20; // bytes; larger values take more for a while
+constexpr std::ptrdiff_t MOST_VALUES = 1'000'000;
+
+/// Memory goes with the values, which commas part and brackets hold; so does that for their depth.
+bool holdsTooMuch(std::string_view text) {
+    return std::count_if(text.begin(), text.end(),
+                         [](char c) { return c == ',' || c == '[' || c == '{'; }) > MOST_VALUES;
+}
 
 } // namespace
 
@@ -19,6 +27,8 @@ Json::~Json() = default;
 const JsonValue* Json::parse(char* text, std::size_t size) {
     mDocument.reset();
     mValues.Clear();
+    if (holdsTooMuch({text, size}))
+        return nullptr;
     mDocument.emplace(&mValues);
     const char behind = text[size];
     text[size] = '\0';

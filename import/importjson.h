@@ -20,8 +20,8 @@ public:
     ~Json(); // not in line: linters that see into it take its memory for freed twice
 
     /// Parses the `size` bytes at `text`, behind which one more can be written to. They are changed
-    /// and must outlive the value. Null when they are no JSON value. The value is valid until the
-    /// next call.
+    /// and must outlive the value. Null when they are no JSON value, or one of over a
+    /// million values. The value is valid until the next call.
     const JsonValue* parse(char* text, std::size_t size);
 
 private:

@@ -11,6 +11,7 @@ using Node = NodeTree::Node;
 
 constexpr std::size_t LONGEST_KEPT_TEXT = 255; // bytes, more than the longest part of a key
 constexpr std::size_t SMALL_IDS = 1 << 16;
+constexpr std::size_t MOST_NODES = 5'000'000; // of a page
 constexpr int DOCUMENT = 0;
 constexpr int ELEMENT = 2;
 constexpr int TEXT = 3;
@@ -214,7 +215,8 @@ void NodeTree::place(const rrweb_event& of, list_part nodes, Node parent, Node b
         const Node under = isTop ? parent : mPlaced[above];
         const Node known = find(from.id);
         const bool hasPlace = under != NONE || (isTop && parent == NONE && mNodes.size() == 1);
-        if (!hasPlace || (known != NONE && isWithin(under, known))) {
+        const bool hasRoom = known != NONE || !mFree.empty() || mNodes.size() < MOST_NODES;
+        if (!hasPlace || !hasRoom || (known != NONE && isWithin(under, known))) {
             ++mMisfits;
             continue;
         }

@@ -13,7 +13,7 @@ namespace import {
 
 /// The nodes of a page, as snapshots and mutations of it say. Holds any tree, however deep, in
 /// memory that goes with its nodes; what mutations say of nodes that there are not, or that would
-/// put a node within itself, changes nothing and is counted.
+/// put a node within itself, changes nothing and is counted, as are nodes beyond five million.
 class NodeTree {
 public:
     /// A node by its place in memory; it stays so until it is removed.

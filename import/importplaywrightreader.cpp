@@ -236,6 +236,14 @@ private:
     bool mIsRunner = false;
 };
 
+/// Pictures of the page are most of a trace, in lines of any size, and nothing of them is read.
+bool isPicture(Bytes& bytes) {
+    constexpr std::string_view BEGINNING = R"({"type":"frame-snapshot")";
+    while (bytes.held().size() < BEGINNING.size() && bytes.more()) {
+    }
+    return bytes.held().starts_with(BEGINNING);
+}
+
 /// Empty, or what is wrong with the member.
 QString readContext(QIODevice& member, const options& options, Collector& into) {
     Bytes bytes(member);
@@ -244,9 +252,12 @@ QString readContext(QIODevice& member, const options& options, Collector& into) 
     Context context(options, into);
     QString fault;
     while (fault.isEmpty() && !context.isRunner() && scanner.peek() != JsonScanner::Next::End) {
-        const bool isWhole = with_value(
-            scanner, json, [&](const JsonValue& event) { fault = context.take(event); },
-            [&] { into.report("line that is no event, or too long"); });
+        const bool isWhole =
+            isPicture(bytes)
+                ? scanner.skipValue()
+                : with_value(
+                      scanner, json, [&](const JsonValue& event) { fault = context.take(event); },
+                      [&] { into.report("line that is no event, or too long"); });
         if (!isWhole)
             fault = QStringLiteral("it ends within an event");
     }

@@ -177,6 +177,9 @@ std::uint32_t sizeOf(const List& list) {
     return static_cast<std::uint32_t>(list.size());
 }
 
+constexpr std::size_t MOST_PARTS = 3'000'000;  // nodes, attributes and changes of an event
+constexpr std::size_t MOST_LEVELS = 1'000'000; // of brackets
+
 constexpr std::array<std::string_view, 12> READ{"id",    "class", "name",       "type",
                                                 "value", "role",  "title",      "alt",
                                                 "label", "scope", "aria-label", "placeholder"};
@@ -235,7 +238,7 @@ public:
 
     bool String(const char* text, rapidjson::SizeType length, bool /*copy*/) {
         takeText({text, length});
-        return true;
+        return hasRoom();
     }
 
     bool Key(const char* text, rapidjson::SizeType length, bool /*copy*/) {
@@ -247,20 +250,14 @@ public:
         return true;
     }
 
-    bool StartObject() {
-        enter(objectAt(at(), mField));
-        return true;
-    }
+    bool StartObject() { return enter(objectAt(at(), mField)); }
 
     bool EndObject(rapidjson::SizeType /*members*/) {
         leave();
         return true;
     }
 
-    bool StartArray() {
-        enter(arrayAt(at(), mField));
-        return true;
-    }
+    bool StartArray() { return enter(arrayAt(at(), mField)); }
 
     bool EndArray(rapidjson::SizeType /*elements*/) {
         leave();
@@ -275,7 +272,8 @@ private:
 
     At at() const { return mLevels.back().at; }
 
-    void enter(At at) {
+    /// False when it would take too much memory.
+    bool enter(At at) {
         std::uint32_t node = mLevels.back().node;
         switch (at) {
         case At::Node:
@@ -302,6 +300,14 @@ private:
         }
         mLevels.push_back({at, node});
         mField = Field::None;
+        return hasRoom() && mLevels.size() <= MOST_LEVELS;
+    }
+
+    /// Events of nothing but nodes that say nothing would take many times their size.
+    bool hasRoom() const {
+        return mEvent.nodes.size() + mEvent.attributes.size() + mEvent.additions.size() +
+                   mEvent.removals.size() + mEvent.texts.size() + mEvent.changes.size() <=
+               MOST_PARTS;
     }
 
     std::uint32_t addNode() {

@@ -83,7 +83,7 @@ private:
                     return QStringLiteral("the temporary file for its rows cannot be written");
                 break;
             case Rows::Next::Odd:
-                mInto.report(mRows.columns().empty() ? "no object"
+                mInto.report(mRows.columns().empty() ? "no object, or too large a one"
                                                      : "other columns than the first row");
                 break;
             case Rows::Next::Cut:

@@ -3,6 +3,7 @@
 #include "import/importtext.h"
 
 #include <QHash>
+#include <QSet>
 #include <QXmlStreamReader>
 
 namespace import {
@@ -13,6 +14,15 @@ const QString NAME = QStringLiteral("concept:name");
 const QString TIME = QStringLiteral("time:timestamp");
 const QString TRANSITION = QStringLiteral("lifecycle:transition");
 constexpr int DEEPEST = 1000; // elements within each other
+constexpr qsizetype LONGEST_VALUE = 4096;
+
+/// What is read of an event, and no more of it than a key can hold.
+QSet<QString> wantedBy(const table& table) {
+    QSet<QString> wanted{NAME, TIME, TRANSITION, table.gesture, table.x, table.y};
+    for (const QString& name : table.key)
+        wanted.insert(name);
+    return wanted;
+}
 
 /// Follows the elements of a log; holds the attributes of one event.
 class XesEvents {
@@ -20,6 +30,7 @@ public:
     XesEvents(const table& table, const QString& lifecycle, Collector& into)
         : mTable(table)
         , mLifecycle(lifecycle)
+        , mWanted(wantedBy(table))
         , mInto(into) {}
 
     /// Empty, or why it ended before the log did.
@@ -49,10 +60,15 @@ private:
             mEventAt = mDepth;
             mAttributes.clear();
         } else if (mEventAt > 0 && mDepth == mEventAt + 1) {
-            const QXmlStreamAttributes attributes = xml.attributes();
-            mAttributes.insert(attributes.value(QLatin1String("key")).toString(),
-                               attributes.value(QLatin1String("value")).toString());
+            takeAttribute(xml.attributes());
         }
+    }
+
+    void takeAttribute(const QXmlStreamAttributes& attribute) {
+        const QString key = attribute.value(QLatin1String("key")).left(LONGEST_VALUE).toString();
+        if (mWanted.contains(key))
+            mAttributes.insert(
+                key, attribute.value(QLatin1String("value")).left(LONGEST_VALUE).toString());
     }
 
     void end(QStringView name) {
@@ -110,6 +126,7 @@ private:
 
     const table& mTable;
     const QString& mLifecycle;
+    const QSet<QString> mWanted;
     Collector& mInto;
     QHash<QString, QString> mAttributes;
     int mDepth = 0;

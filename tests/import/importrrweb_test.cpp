@@ -464,6 +464,11 @@ TEST(Rrweb, DamageIsToldAndTheRestIsRead) {
          "packed event of another version"},
         {array({page, R"({"type":5,"data":")" + QByteArray(65 << 20, 'a') + "\"}", press}), "",
          "event over 64 MB"},
+        {array({page,
+                R"({"type":3,"data":{"source":0,"adds":[)" + QByteArray("{},").repeated(3'000'001) +
+                    "{}]}}",
+                press}),
+         "", "broken event"},
         {array({page, press, press}).chopped(9), "the text ends within an event", ""},
         {array({page, press}).chopped(1), "the text ends within a list of events", ""},
         {QByteArray(100'000, '[') + page + press, "the text ends within an event", ""},

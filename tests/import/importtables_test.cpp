@@ -1,9 +1,12 @@
+#include "import/importcsvrows.h"
 #include "import/importeventstore.h"
 #include "tests/import/imported.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <map>
 #include <random>
 #include <vector>
@@ -104,7 +107,100 @@ TEST(ImportTables, MapColumnsToEvents) {
          "1 no key"},
         {"a JSON array, cut", R"([{"k":"a"},{"k":"b"},{"k")", "--from table --key k --places as-is",
          R"({ "down": [0, "a"], "down": [0, "b"] })", "ends within a row"},
+        {"a line of more values than memory is taken for",
+         R"({"k":"a","n":[)" + QByteArray("1,").repeated(1'000'001) + "1]}\n{\"k\":\"b\"}",
+         "--key k --places as-is", R"({ "down": [0, "b"] })", "1 no object, or too large a one"},
     });
+}
+
+/// The cells of all rows but what an open quote begins, one character after the other.
+std::vector<std::vector<std::string>> plainRows(const std::string& text) {
+    std::vector<std::vector<std::string>> rows;
+    std::vector<std::string> row{""};
+
+    enum { Start, Plain, Quoted, Behind } at = Start;
+
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        const bool isEnd = at != Quoted && (c == '\n' || c == '\r');
+        if (isEnd && (row.size() > 1 || at != Start))
+            rows.push_back(row);
+        if (isEnd)
+            row = {""};
+        else if (at != Quoted && c == ',')
+            row.emplace_back();
+        else if (at == Start && c == '"')
+            at = Quoted;
+        else if (at == Quoted && c == '"' && i + 1 < text.size() && text[i + 1] == '"')
+            row.back() += text[i++];
+        else if (at == Quoted && c == '"')
+            at = Behind;
+        else if (at != Behind)
+            row.back() += c;
+        if (isEnd || (at != Quoted && c == ','))
+            at = Start;
+        else if (at == Start)
+            at = Plain;
+    }
+    if (at != Quoted && (row.size() > 1 || at != Start))
+        rows.push_back(row);
+    return rows;
+}
+
+TEST(CsvRows, AreThoseOfReadingCharacterByCharacter) {
+    const std::string pieces[] = {"x",  "plain cell", ",",    ",,",      "\n",
+                                  "\r", "\"",         "\"\"", "a,b,c\n", "\"q, \n\"\"\","};
+    std::mt19937 random(11);
+    for (int round = 0; round < 3000; ++round) {
+        std::string text = "a,b,c\n";
+        for (std::size_t i = random() % 60; i > 0; --i)
+            text += pieces[random() % std::size(pieces)];
+        SCOPED_TRACE(text);
+        QByteArray bytes = QByteArray::fromStdString(text);
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::ReadOnly);
+        import::Bytes source(buffer);
+        import::CsvRows rows(source);
+        rows.choose({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+        const auto plain = plainRows(text);
+        for (std::size_t i = 1; i < plain.size(); ++i) {
+            const import::Rows::Next next = rows.next();
+            ASSERT_EQ(next == import::Rows::Next::Row, plain[i].size() == 3);
+            for (std::size_t cell = 0; next == import::Rows::Next::Row && cell < 3; ++cell)
+                ASSERT_EQ(rows.cell(cell), plain[i][cell]);
+        }
+        const import::Rows::Next last = rows.next();
+        EXPECT_TRUE(last == import::Rows::Next::End || last == import::Rows::Next::Cut);
+    }
+}
+
+TEST(ImportTables, RoundNumbersToThousandthsAsTheLibraryDoes) {
+    std::mt19937 random(12);
+    QByteArray table = "x\n";
+    std::string expected;
+    for (int i = 0; i < 5000; ++i) {
+        const double size = std::pow(10, static_cast<double>(random() % 24) - 6);
+        const double number = (static_cast<double>(random()) / 4e9 - 0.5) * size;
+        const QByteArray text =
+            QByteArray::number(number, 'g', 1 + static_cast<int>(random() % 17));
+        table += text + '\n';
+        const double thousandths = std::round(text.toDouble() * 1000) / 1000;
+        expected += (i > 0 ? ", " : "") + std::string(R"("down": [0, "k", )");
+        for (const char* const end : {", ", "]"}) {
+            char digits[32];
+            expected.append(digits,
+                            std::abs(thousandths) < 9e12
+                                ? std::to_chars(digits, std::end(digits), thousandths + 0.0,
+                                                std::chars_format::fixed)
+                                      .ptr
+                                : std::to_chars(digits, std::end(digits), text.toDouble()).ptr);
+            expected += end;
+        }
+    }
+    QByteArray keyed;
+    for (const QByteArray& line : table.split('\n'))
+        keyed += line.isEmpty() ? line : "k;" + line + '\n';
+    EXPECT_EQ(import_of(keyed, "--key k --x x --y x").log, "{ " + expected + " }");
 }
 
 TEST(ImportTables, PutKeysThroughRules) {
@@ -147,6 +243,9 @@ TEST(ImportLogs, ComeThroughUnchangedButForRules) {
          R"({ "down": [0, "a:B"], "down": [0, "c:B"] })", ""},
         {"what was read of a broken one", R"({"down":[0,"a"]}])", "", R"({ "down": [0, "a"] })",
          "malformed"},
+        {"a key that is no name",
+         R"([{"down":[0,")" + QByteArray((1 << 20) + 1, 'x') + R"("],"up":[0,"a"]}])", "",
+         R"({ "up": [0, "a"] })", "1 key over 1 MB"},
     });
 }
 
