@@ -60,13 +60,16 @@ void Collector::addPress(event event) {
     add(event);
 }
 
+/// In the corner of the page: without a place it would be drawn outside of where the others are.
 void Collector::addStart(double time) {
     if (key_entry* const key = mKeys.take(START, Named::Given))
-        write({Gesture::Down, {}, Named::Given, time, {}}, *key);
+        write({Gesture::Down, {}, Named::Given, time, place()}, *key);
 }
 
+/// Recorders that know no places often say 0, 0.
 void Collector::write(event event, key_entry& key) {
-    if (!event.at && mHow.grid) {
+    const bool hasPlace = event.at && (event.at->x != 0 || event.at->y != 0);
+    if (!hasPlace && mHow.grid) {
         if (key.cell < 0)
             key.cell = mCells++;
         event.at = placeOf(key.cell);

@@ -14,7 +14,7 @@ namespace import {
 struct collecting {
     /// One recording of all, with a press `(start)` in front of each.
     bool join = false;
-    /// Keys without positions get a cell of a grid each.
+    /// Keys without positions, or at 0, 0, get a cell of a grid each.
     bool grid = false;
 };
 

@@ -95,7 +95,7 @@ TEST(ImportTables, MapColumnsToEvents) {
          "--key k --case c --places as-is --no-join",
          R"({ "down": [0, "a"], "down": [0, "c"] }, { "down": [0, "b"] })", "2 recordings"},
         {"cases joined, which is usual", "c,k\n1,a\n2,b\n1,c\n", "--key k --case c --places as-is",
-         R"x({ "down": [0, "(start)"], "down": [0, "a"], "down": [0, "c"], "down": [0, "(start)"], "down": [0, "b"] })x",
+         R"x({ "down": [0, "(start)", 0, 0], "down": [0, "a"], "down": [0, "c"], "down": [0, "(start)", 0, 0], "down": [0, "b"] })x",
          "2 recordings"},
         {"keys without places get cells", "k\na\nb\na\nc\nd\ne\n", "--key k",
          R"({ "down": [0, "a", 0, 0], "down": [0, "b", 120, 0], "down": [0, "a", 0, 0], "down": [0, "c", 0, 60], "down": [0, "d", 120, 60], "down": [0, "e", 240, 0] })",
