@@ -30,24 +30,13 @@ bool isBorder(std::string_view name, std::size_t at) {
     return at == 0 || at >= name.size() || !isLetter(name[at - 1]) || !isLetter(name[at]);
 }
 
-bool holds(std::string_view name, std::string_view text) {
-    for (std::size_t at = name.find(text); at != std::string_view::npos;
-         at = name.find(text, at + 1)) {
-        if (text.size() >= ANYWHERE || (isBorder(name, at) && isBorder(name, at + text.size())))
-            return true;
-    }
-    return false;
+std::size_t sharedBy(std::string_view a, std::string_view b) {
+    const auto differs = std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first;
+    return static_cast<std::size_t>(differs - a.begin());
 }
 
 bool isMasking(std::string_view text) {
     return text.find_first_not_of("* ") == std::string_view::npos;
-}
-
-bool repeats(std::string_view name, std::string_view text) {
-    if (name == text)
-        return true;
-    return (text.size() >= WORD && holds(name, text)) ||
-           (name.size() >= ANYWHERE && text.starts_with(name));
 }
 
 } // namespace
@@ -59,16 +48,21 @@ void WrittenTexts::note(std::int64_t field, std::string_view text) {
     const std::int64_t first = mNumber - static_cast<std::int64_t>(mTexts.size()) + 1;
     std::int64_t& last = mLast[field];
     if (last >= first) {
-        std::string& before = mTexts[static_cast<std::size_t>(last - first)].text;
-        if (before.starts_with(now))
+        auto& before = mTexts[static_cast<std::size_t>(last - first)];
+        if (before != mSorted.end() && before->starts_with(now))
             return;
-        if (now.starts_with(before))
-            before.clear();
+        if (before != mSorted.end() && now.starts_with(*before)) {
+            mSorted.erase(before);
+            before = mSorted.end();
+        }
     }
     last = ++mNumber;
-    mTexts.push_back({now, mNumber});
-    if (mTexts.size() > MOST)
+    mTexts.push_back(mSorted.insert(now));
+    if (mTexts.size() > MOST) {
+        if (mTexts.front() != mSorted.end())
+            mSorted.erase(mTexts.front());
         mTexts.pop_front();
+    }
     if (mLast.size() > MOST)
         mLast.clear();
 }
@@ -84,12 +78,41 @@ bool WrittenTexts::isRepeatedBy(std::string_view name) {
     answer& latest = known->second;
     if (latest.isRepeated || latest.upTo == mNumber)
         return latest.isRepeated;
-    const std::string shown = folded(name);
-    latest.isRepeated = std::any_of(mTexts.rbegin(), mTexts.rend(), [&](const written& one) {
-        return one.number > latest.upTo && !one.text.empty() && repeats(shown, one.text);
-    });
-    latest.upTo = mNumber;
+    latest = {mNumber, isRepeated(folded(name))};
     return latest.isRepeated;
+}
+
+bool WrittenTexts::isRepeated(std::string_view name) const {
+    const auto longer = mSorted.lower_bound(name);
+    if (longer != mSorted.end() &&
+        (*longer == name || (name.size() >= ANYWHERE && longer->starts_with(name))))
+        return true;
+    for (std::size_t at = 0; at < name.size(); ++at) {
+        if (isHeldAt(at, name))
+            return true;
+    }
+    return false;
+}
+
+/// Whether a text stands in the name from there on. The last text in front of that rest is one, or
+/// ends all those that share more with the rest than it does.
+bool WrittenTexts::isHeldAt(std::size_t at, std::string_view name) const {
+    std::string_view rest = name.substr(at);
+    for (;;) {
+        auto text = mSorted.upper_bound(rest);
+        if (text == mSorted.begin())
+            return false;
+        --text;
+        std::size_t shared = sharedBy(*text, rest);
+        if (shared < WORD)
+            return false;
+        if (shared == text->size()) {
+            if (shared >= ANYWHERE || (isBorder(name, at) && isBorder(name, at + shared)))
+                return true;
+            --shared;
+        }
+        rest = rest.substr(0, shared);
+    }
 }
 
 } // namespace import

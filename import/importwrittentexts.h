@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -11,8 +12,8 @@
 namespace import {
 
 /// What people or scripts wrote into the fields of pages, for telling names that repeat it, such as
-/// the name of a list's entry. Of each text its
-/// beginning is held, and the last hundred thousand states of fields.
+/// the name of a list's entry. Of each text its beginning is held, and the last hundred thousand
+/// states of fields; a name is looked for among them in steps that go with its length.
 class WrittenTexts {
 public:
     /// A number for a page, whose fields have numbers below 2^32 of their own.
@@ -29,19 +30,21 @@ public:
     bool isRepeatedBy(std::string_view name);
 
 private:
-    struct written {
-        std::string text; // folded; empty when a later one goes on with it
-        std::int64_t number;
-    };
+    bool isRepeated(std::string_view name) const;
+    bool isHeldAt(std::size_t at, std::string_view name) const;
+
+    using Sorted = std::multiset<std::string, std::less<>>;
 
     struct answer {
-        std::int64_t upTo = 0; // the number of the last text it was asked of
+        std::int64_t upTo = 0; // the number of the last text when it was asked
         bool isRepeated = false;
     };
 
     std::int64_t mPages = 0;
     std::int64_t mNumber = 0;
-    std::deque<written> mTexts;                           // numbered one after the other
+    Sorted mSorted;                                       // folded
+    std::deque<Sorted::iterator> mTexts;                  // by number; its end for one that another
+                                                          // goes on with
     std::unordered_map<std::int64_t, std::int64_t> mLast; // numbers by field
     text_map<answer> mAnswers;                            // by name as it was asked
 };

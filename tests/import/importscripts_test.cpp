@@ -1,8 +1,11 @@
+#include "import/importwrittentexts.h"
 #include "tests/import/imported.h"
 
 #include <gmock/gmock.h>
 #include <minizip/zip.h>
 
+#include <cctype>
+#include <random>
 #include <vector>
 
 namespace {
@@ -213,6 +216,41 @@ TEST(ImportTraces, ReadActionsOfContexts) {
         {"a bomb", zipped({{"t.trace", BEGIN + QByteArray(8 << 20, ' ')}}), "--ratio 10", "",
          "unpacks to too much"},
     });
+}
+
+/// Against comparing each name with each text.
+TEST(WrittenTexts, TellsEveryNameThatRepeatsOne) {
+    std::mt19937 random(5);
+    const auto word = [&](std::size_t longest) {
+        std::string text;
+        for (std::size_t i = 1 + random() % longest; i > 0; --i)
+            text += "aab -"[random() % 5];
+        return QString::fromStdString(text).simplified().toStdString();
+    };
+    const auto isBorder = [](const std::string& name, std::size_t at) {
+        return at == 0 || at >= name.size() || std::isalnum(name[at - 1]) == 0 ||
+               std::isalnum(name[at]) == 0;
+    };
+    for (int round = 0; round < 300; ++round) {
+        import::WrittenTexts written;
+        std::vector<std::string> texts(1 + random() % 12);
+        for (std::string& text : texts)
+            written.note(text = word(9));
+        for (int i = 0; i < 40; ++i) {
+            const std::string name = word(14);
+            bool isRepeated = false;
+            for (const std::string& text : texts) {
+                if (text.size() < 2)
+                    continue;
+                isRepeated |= name == text || (name.size() >= 6 && text.starts_with(name));
+                for (std::size_t at = name.find(text); at < name.size() && text.size() >= 3;
+                     at = name.find(text, at + 1))
+                    isRepeated |= text.size() >= 6 ||
+                                  (isBorder(name, at) && isBorder(name, at + text.size()));
+            }
+            EXPECT_EQ(written.isRepeatedBy(name), isRepeated) << name;
+        }
+    }
 }
 
 } // namespace
