@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QStringView>
+
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -8,6 +10,17 @@
 namespace import {
 
 enum class Gesture : std::uint8_t { Down, Up, Menu };
+
+/// As logs call it; empty for any other name.
+inline std::optional<Gesture> gesture_called(QStringView name) {
+    if (name == u"down")
+        return Gesture::Down;
+    if (name == u"up")
+        return Gesture::Up;
+    if (name == u"menu")
+        return Gesture::Menu;
+    return std::nullopt;
+}
 
 /// Where a key comes from, from the best name to the weakest; `Given` are keys that the source
 /// names itself, such as the column of a table.

@@ -17,16 +17,6 @@ constexpr int KEY_AT = 1;
 constexpr int X_AT = 2;
 constexpr int Y_AT = 3;
 
-std::optional<Gesture> gestureOf(const QString& name) {
-    if (name == u"down")
-        return Gesture::Down;
-    if (name == u"up")
-        return Gesture::Up;
-    if (name == u"menu")
-        return Gesture::Menu;
-    return std::nullopt;
-}
-
 /// Follows the parser through a log.
 class LogEvents : public json::Reader {
 public:
@@ -42,7 +32,7 @@ public:
 
     void startArray(json::Stack& stack, const QString& key) override {
         stack.push(this);
-        mGesture = gestureOf(key);
+        mGesture = gesture_called(key);
         mKey.clear();
         mEvent = {};
         mPlace = {};

@@ -8,7 +8,10 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <gmock/gmock.h>
+
 #include <string>
+#include <vector>
 
 /// What quillon-import makes of a file, without starting it.
 struct imported {
@@ -46,4 +49,23 @@ inline imported import_of(const QByteArray& content, const std::string& argument
     return {text.toStdString(), outcome.fault.toStdString(),
             import::summary(collector, keys, options.rules).toStdString(),
             import::key_list(keys).toStdString()};
+}
+
+/// What becomes of a file.
+struct import_row {
+    const char* rule;
+    QByteArray content;
+    const char* arguments;
+    const char* log;
+    const char* said; ///< In the fault or the summary.
+};
+
+/// `options` come in front of those of each row.
+inline void checkImports(const std::vector<import_row>& rows, const std::string& options = {}) {
+    for (const import_row& row : rows) {
+        SCOPED_TRACE(row.rule);
+        const imported found = import_of(row.content, options + row.arguments);
+        EXPECT_EQ(found.log, row.log);
+        EXPECT_THAT(found.fault + found.summary, testing::HasSubstr(row.said));
+    }
 }

@@ -10,25 +10,8 @@
 
 namespace {
 
-using testing::HasSubstr;
-using testing::Not;
-
-struct script_row {
-    const char* rule;
-    QByteArray content;
-    const char* arguments;
-    const char* log;
-    const char* said;
-};
-
-void checkScripts(const std::vector<script_row>& rows) {
-    for (const script_row& row : rows) {
-        SCOPED_TRACE(row.rule);
-        const imported found =
-            import_of(row.content, std::string("--places as-is --no-join ") + row.arguments);
-        EXPECT_EQ(found.log, row.log);
-        EXPECT_THAT(found.fault + found.summary, HasSubstr(row.said));
-    }
+void checkScripts(const std::vector<import_row>& rows) {
+    checkImports(rows, "--places as-is --no-join ");
 }
 
 /// A step of a browser's recorder.

@@ -13,16 +13,6 @@
 
 namespace {
 
-using testing::HasSubstr;
-
-struct file_row {
-    const char* rule;
-    QByteArray content;
-    const char* arguments;
-    const char* log;
-    const char* said; // in the fault or the summary
-};
-
 QByteArray utf16(const char* text, const char* mark) {
     QByteArray bytes(mark);
     for (const QChar c : QString::fromUtf8(text))
@@ -31,18 +21,9 @@ QByteArray utf16(const char* text, const char* mark) {
     return bytes;
 }
 
-void checkTables(const std::vector<file_row>& rows) {
-    for (const file_row& row : rows) {
-        SCOPED_TRACE(row.rule);
-        const imported found = import_of(row.content, row.arguments);
-        EXPECT_EQ(found.log, row.log);
-        EXPECT_THAT(found.fault + found.summary, HasSubstr(row.said));
-    }
-}
-
 TEST(ImportTables, ReadSeparatedValues) {
     const char* const ab = R"({ "down": [0, "a"], "down": [0, "b"] })";
-    checkTables({
+    checkImports({
         {"commas", "k,x\na,1\nb,2\n", "--key k --places as-is", ab, "2 events, 2 keys"},
         {"semicolons, CR LF", "k;x\r\na;1\r\nb;2\r\n", "--key k --places as-is", ab, ""},
         {"tabs, no last line end, blank lines", "\nk\tx\n\na\t1\n\nb\t2", "--key k --places as-is",
@@ -78,7 +59,7 @@ TEST(ImportTables, ReadSeparatedValues) {
 TEST(ImportTables, MapColumnsToEvents) {
     const QByteArray mice =
         "k,g,x,y,t\na,mousedown,1,2,20\na,mouseup,1.5,2,30\nb,choose,-3,4,10\nc,move,5,6,40\n";
-    checkTables({
+    checkImports({
         {"gestures by glob, the first that fits", mice,
          "--key k --gesture g --map *up=up,*down=down,ch?ose=menu,*=skip --x x --y y",
          R"({ "down": [0, "a", 1, 2], "up": [0, "a", 1.5, 2], "menu": [0, "b", -3, 4] })",
@@ -205,7 +186,7 @@ TEST(ImportTables, RoundNumbersToThousandthsAsTheLibraryDoes) {
 
 TEST(ImportTables, PutKeysThroughRules) {
     const QByteArray keys = "k\nrow 12 cell 3\nrow 7 cell 3\nicon/ok\nad 1\n";
-    checkTables({
+    checkImports({
         {"digits", keys, "--key k --places as-is --rule digits~#",
          R"({ "down": [0, "row # cell #"], "down": [0, "row # cell #"], "down": [0, "icon/ok"], "down": [0, "ad #"] })",
          "rule 'digits #': 3 events"},
@@ -234,7 +215,7 @@ TEST(ImportTables, ListKeysByTheirNumber) {
 }
 
 TEST(ImportLogs, ComeThroughUnchangedButForRules) {
-    checkTables({
+    checkImports({
         {"all there is",
          R"([{"down":[5,"a:b",1,2],"up":[6,"a:b",1,2],"x":[1,"c"]},{"menu":[7,"m"]},{}])", "",
          R"({ "down": [5, "a:b", 1, 2], "up": [6, "a:b", 1, 2] }, { "menu": [7, "m"] })",
