@@ -10,6 +10,9 @@ class Blackboard : public Analysis {
 public:
     void on(Nest& nest, const Trace& trace) override;
 
+protected:
+    CycleBuilderIterative& cycleBuilder() { return mCycleBuilder; }
+
 private:
     CycleBuilderIterative mCycleBuilder;
 };

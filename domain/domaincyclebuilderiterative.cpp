@@ -129,6 +129,8 @@ void CycleBuilderIterative::addCycle(int first, int last) {
         return;
     mPattern.mSequence.referTo(mTrace, first, last - first + 1);
     branch->mPatterns.add(mPattern, mHashes.of(first, last));
+    if (mFinds)
+        mFinds->push_back({first, mHashes.wholeOf(first, last)});
 }
 
 /// Whether all entries of the run are branch indices.

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "collections/recyclearray.h"
+#include "domain/domainfind.h"
 #include "domain/domainnest.h"
 #include "domain/domainoccurrences.h"
 #include "domain/domainrunhash.h"
 #include "domain/domaintrace.h"
+
+#include <vector>
 
 namespace domain {
 
@@ -26,6 +29,9 @@ public:
     };
 
     CycleBuilderIterative() = default;
+
+    /// From now on each find is appended to `finds` as well, which is not owned; null for none.
+    void noteFinds(std::vector<find>* finds) { mFinds = finds; }
 
     /// Prepares a run over `trace` whose patterns go to `nest`, which outlives the run. False when
     /// memory is exhausted.
@@ -52,6 +58,7 @@ private:
     bool hasIndices(int first, int last) const;
 
     Nest* mNest = nullptr;
+    std::vector<find>* mFinds = nullptr;
     RecycleArray<Step> mSteps{1, nullptr};
     Pattern mPattern;          ///< Scratch: the run just found.
     SharedValues<int> mTrace;  ///< What the patterns found are pieces of.

@@ -66,6 +66,11 @@ void KeyTable::remove(const QString& key) {
     mIndices.erase(key);
 }
 
+void KeyTable::copyTo(std::vector<QString>& keys) const {
+    for (const auto& [key, index] : mIndices)
+        keys[static_cast<std::size_t>(index)] = key;
+}
+
 const KeyTable::Entry*& KeyTable::recentAt(const QString& key) {
     // Places differ in more than the lowest bits, as the allocator hands out whole steps.
     const auto place = reinterpret_cast<std::uintptr_t>(key.constData());

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace domain {
 
@@ -27,6 +28,9 @@ public:
     void set(const QString& key, int index);
 
     void remove(const QString& key);
+
+    /// Every key at its index, which is below the size of `keys`.
+    void copyTo(std::vector<QString>& keys) const;
 
 private:
     // Not the toolkit's hash of a string: in the version here it leaves the processor's wide

@@ -96,6 +96,12 @@ void NestReader::jsonFloat(json::Stack& stack, const QString& /*key*/, double va
     }
 }
 
+std::vector<QString> NestReader::keys() const {
+    std::vector<QString> keys(static_cast<std::size_t>(mTarget->size()));
+    mKeys.copyTo(keys);
+    return keys;
+}
+
 void NestReader::beginRecording() {
     mNest.clear();
     mTrace.mIndices.setSize(0);

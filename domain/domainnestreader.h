@@ -9,6 +9,8 @@
 
 #include <QString>
 
+#include <vector>
+
 namespace domain {
 
 /// Turns a trace log into a nest, as the parser reads it. Every JSON object is a recording and
@@ -40,6 +42,10 @@ public:
     int recordingCount() const { return mRecordingCount; }
 
     int eventCount() const { return mEventCount; }
+
+    /// The keys of the target's slots, those of slots that are only reserved as well. Throws
+    /// `std::bad_alloc`.
+    std::vector<QString> keys() const;
 
     /// What an object of the log does, for logs of another form: after `begin`, each recording
     /// begins, is given its events with `addBranch` and ends.

@@ -39,9 +39,13 @@ bool RunHash::begin(std::span<const int> trace) {
     return true;
 }
 
-quint32 RunHash::of(int first, int last) const {
+quint64 RunHash::wholeOf(int first, int last) const {
     const quint64 before = product(mPrefixes[first], mPowers[last - first + 1]);
-    return halfOf(reduced(mPrefixes[last + 1] + fingerprint::PRIME - before));
+    return reduced(mPrefixes[last + 1] + fingerprint::PRIME - before);
+}
+
+quint32 RunHash::of(int first, int last) const {
+    return halfOf(wholeOf(first, last));
 }
 
 bool RunHash::extendPowers(int size) {

@@ -17,6 +17,11 @@ public:
     /// Prepares for the runs of `trace`, which is not kept. False when memory is exhausted.
     bool begin(std::span<const int> trace);
 
+    /// All 61 bits of what the hash of such a run is made of. Enough to tell runs apart without
+    /// comparing them: that two of a million different runs of a thousand steps have the same is
+    /// less likely than one in thousands, whatever the log.
+    quint64 wholeOf(int first, int last) const;
+
     /// The hash of the run from position `first` to `last`, both included.
     quint32 of(int first, int last) const;
 

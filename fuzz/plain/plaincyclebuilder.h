@@ -63,6 +63,8 @@ protected:
             ++known->count;
     }
 
+    int mFirst = 0; ///< Where the find that is merged begins.
+
 private:
     int indexAt(int at) const { return mTrace[static_cast<std::size_t>(at)]; }
 
@@ -91,6 +93,7 @@ private:
     void store(int i, int j) {
         if (mMenus.contains(indexAt(i)))
             return;
+        mFirst = i;
         merge(indexAt(i), {mTrace.begin() + i, mTrace.begin() + j + 1});
     }
 
