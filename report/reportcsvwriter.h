@@ -10,6 +10,11 @@ public:
     using Writer::Writer;
     void begin() override;
     void write(const Findings& findings) override;
+    void compare(const Comparison& comparison) override;
+
+private:
+    QString field(QString text) const;
+    void writeFigures(const Findings& findings, const found_pattern& found);
 };
 
 } // namespace report

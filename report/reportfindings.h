@@ -1,6 +1,7 @@
 #pragma once
 
 #include "report/reportlog.h"
+#include "report/reportquestion.h"
 
 #include <QString>
 
@@ -8,46 +9,57 @@
 
 namespace report {
 
-using Patterns = std::vector<const domain::Pattern*>;
-
-/// What is reported of one key, which is one slot of the nest.
-struct key_findings {
-    int index;
-    const domain::Branch* branch; ///< Never null; invalid for a slot without a key.
-    Patterns patterns;            ///< In the order in which they were found.
-};
-
-/// What is reported of a log, whatever the format: its keys, its patterns and how many there are of
-/// each. Refers to the log, which outlives it unchanged.
+/// What is reported of a log, whatever the format: its keys, and of its patterns those that are
+/// asked for. Refers to the log, which outlives it unchanged.
 class Findings {
 public:
-    explicit Findings(const Log& log);
+    explicit Findings(const Log& log, const question& question = {});
 
     const Log& log() const { return mLog; }
 
     /// Every slot, by index.
     const std::vector<key_findings>& keys() const { return mKeys; }
 
-    /// The keys with patterns, highest rank first, ties by index.
+    /// The keys with patterns, by their largest one in the order that is asked for, ties by index.
     std::vector<const key_findings*> ranked() const;
+
+    /// All patterns, key by key, or in the order that is asked for.
+    Patterns patterns() const;
+
+    /// What patterns are sorted by where they are sorted.
+    Measure order() const { return order_of(mQuestion); }
 
     /// The key with this index, empty without one.
     QString keyAt(int index) const;
 
     int keyCount() const { return mKeyCount; }
 
+    /// How many patterns were found.
     int patternCount() const { return mPatternCount; }
+
+    /// How many of them are reported.
+    int shownCount() const;
+
+    const question& asked() const { return mQuestion; }
 
 private:
     void add(int index, const domain::Branch& branch);
 
     const Log& mLog;
+    const question mQuestion;
     std::vector<key_findings> mKeys;
     int mKeyCount = 0;
     int mPatternCount = 0;
 };
 
-/// `patterns`, most frequent first, ties as they stand.
-Patterns most_frequent_first(Patterns patterns);
+/// As in "1,240 patterns, 37 of them shown".
+QString left_out(int patterns, int shown);
+
+/// The keys of a pattern with " > " between them.
+QString joined_keys(const Findings& findings, const domain::Pattern& pattern);
+
+/// The pattern that is reported with these keys, as `joined_keys` has them; null without one.
+/// Belongs to `findings`.
+const found_pattern* find_pattern(const Findings& findings, const QString& keys);
 
 } // namespace report

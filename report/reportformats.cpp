@@ -2,6 +2,7 @@
 
 #include "report/reportcsvwriter.h"
 #include "report/reportjsonwriter.h"
+#include "report/reportpartial.h"
 #include "report/reporttextwriter.h"
 
 #include <algorithm>
@@ -11,21 +12,18 @@ namespace report {
 namespace {
 
 template <class W>
-std::unique_ptr<Writer> newWriter(Output& output, bool /*everything*/) {
-    return std::make_unique<W>(output);
-}
-
-std::unique_ptr<Writer> newTextWriter(Output& output, bool everything) {
-    return std::make_unique<TextWriter>(output, everything);
+std::unique_ptr<Writer> newWriter(Output& output, const style& style) {
+    return std::make_unique<W>(output, style);
 }
 
 } // namespace
 
 const std::vector<output_format>& output_formats() {
     static const std::vector<output_format> formats{
-        {QStringLiteral("text"), true, newTextWriter},
-        {QStringLiteral("json"), false, newWriter<JsonWriter>},
-        {QStringLiteral("csv"), false, newWriter<CsvWriter>},
+        {QStringLiteral("text"), true, true, true, newWriter<TextWriter>},
+        {QStringLiteral("json"), false, true, true, newWriter<JsonWriter>},
+        {QStringLiteral("csv"), false, true, false, newWriter<CsvWriter>},
+        {QStringLiteral("partial"), false, false, true, newWriter<PartialWriter>},
     };
     return formats;
 }

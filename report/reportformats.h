@@ -9,9 +9,11 @@ namespace report {
 
 /// A form in which reports are written.
 struct output_format {
-    QString name;   ///< As the command line has it.
-    bool leavesOut; ///< Long lists are cut unless everything is asked for.
-    std::unique_ptr<Writer> (*newWriter)(Output& output, bool everything);
+    QString name;      ///< As the command line has it.
+    bool leavesOut;    ///< Long lists are cut unless everything is asked for.
+    bool isAnswer;     ///< Questions and comparisons can be asked.
+    bool tellsLeftOut; ///< The report says how much the questions left out.
+    std::unique_ptr<Writer> (*newWriter)(Output& output, const style& style);
 };
 
 /// All of them, the default one first.

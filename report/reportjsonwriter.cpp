@@ -54,7 +54,11 @@ void JsonWriter::write(const Findings& findings) {
         separator = ", ";
     }
     mOutput << "], \"recordings\": " << log.recordings << ", \"events\": " << log.events
-            << ", \"warnings\": " << quoted(log.warnings) << "}\n";
+            << ", \"warnings\": " << quoted(warnings_of(log));
+    if (is_asked(findings.asked()))
+        mOutput << ", \"patterns\": " << findings.patternCount()
+                << ", \"shown\": " << findings.shownCount();
+    mOutput << "}\n";
 }
 
 void JsonWriter::writeKey(const key_findings& key) {
@@ -65,7 +69,8 @@ void JsonWriter::writeKey(const key_findings& key) {
     mOutput << ", \"rank\": " << branch.maxPatternCount()
             << ", \"weight\": " << branch.patternWeight() << ", \"patterns\": [";
     writePatterns(key.patterns);
-    mOutput << "]}";
+    mOutput << "], \"events\": " << key.figures->events
+            << ", \"recordings\": " << key.figures->recordings << "}";
 }
 
 void JsonWriter::writeBounds(const QRectF& bounds) {
@@ -76,17 +81,90 @@ void JsonWriter::writeBounds(const QRectF& bounds) {
 
 void JsonWriter::writePatterns(const Patterns& patterns) {
     QByteArrayView separator = "";
-    for (const domain::Pattern* pattern : patterns) {
-        mOutput << separator << "{\"count\": " << pattern->mCount << ", \"sequence\": [";
-        writeSequence(*pattern);
-        mOutput << "]}";
+    for (const found_pattern& found : patterns) {
+        mOutput << separator << "{\"count\": " << found.pattern->mCount << ", \"sequence\": [";
+        writeNumbers(found.pattern->run());
+        mOutput << "], \"occurrences\": " << found.figures->occurrences
+                << ", \"recordings\": " << found.figures->recordings << ", \"places\": [";
+        writePlaces(*found.figures);
+        mOutput << "]";
+        writeFoundAt(found);
+        mOutput << "}";
         separator = ", ";
     }
 }
 
-void JsonWriter::writeSequence(const domain::Pattern& pattern) {
-    for (int i = 0; i < pattern.mSequence.size(); ++i)
-        mOutput << (i > 0 ? ", " : "") << pattern.mSequence[i];
+void JsonWriter::writeFoundAt(const found_pattern& found) {
+    if (found.keys.empty())
+        return;
+    mOutput << ", \"found_at\": [";
+    writeNumbers(found.keys);
+    mOutput << "]";
+}
+
+void JsonWriter::writeNumbers(std::span<const int> numbers) {
+    QByteArrayView separator = "";
+    for (const int number : numbers) {
+        mOutput << separator << number;
+        separator = ", ";
+    }
+}
+
+void JsonWriter::writePlaces(const domain::pattern_figures& figures) {
+    QByteArrayView separator = "";
+    for (const domain::place& place : figures.places) {
+        if (place.recording == 0)
+            break;
+        mOutput << separator << "{\"recording\": " << place.recording
+                << ", \"event\": " << place.event << "}";
+        separator = ", ";
+    }
+}
+
+void JsonWriter::compare(const Comparison& comparison) {
+    const Findings& findings = comparison.findings();
+    QByteArrayView separator = "";
+    mOutput << "{\"groups\": [";
+    writeGroups(comparison);
+    mOutput << "], \"branches\": [";
+    for (const key_findings& key : findings.keys()) {
+        mOutput << separator << "{\"index\": " << key.index
+                << ", \"key\": " << quoted(key.branch->mKey) << "}";
+        separator = ", ";
+    }
+    separator = "";
+    mOutput << "], \"patterns\": [";
+    for (const compared_pattern& compared : comparison.patterns()) {
+        mOutput << separator;
+        writeCompared(compared);
+        separator = ", ";
+    }
+    mOutput << "], \"found\": " << findings.patternCount()
+            << ", \"shown\": " << static_cast<int>(comparison.patterns().size())
+            << ", \"warnings\": " << quoted(comparison.warnings()) << "}\n";
+}
+
+void JsonWriter::writeGroups(const Comparison& comparison) {
+    QByteArrayView separator = "";
+    for (const group& group : comparison.groups()) {
+        mOutput << separator << "{\"name\": " << quoted(group.name)
+                << ", \"logs\": " << quoted(group.logs) << ", \"recordings\": " << group.recordings
+                << "}";
+        separator = ", ";
+    }
+}
+
+void JsonWriter::writeCompared(const compared_pattern& compared) {
+    const auto& [first, second] = compared.shares;
+    mOutput << "{\"sequence\": [";
+    writeNumbers(compared.found.pattern->run());
+    mOutput << "], \"recordings\": [" << first.hits << ", " << second.hits << "], \"shares\": ["
+            << number(first.value()) << ", " << number(second.value())
+            << "], \"difference\": " << number(compared.difference()) << ", \"interval\": ["
+            << number(compared.interval.low) << ", " << number(compared.interval.high)
+            << "], \"p\": " << number(compared.p) << ", \"q\": " << number(compared.q);
+    writeFoundAt(compared.found);
+    mOutput << "}";
 }
 
 } // namespace report

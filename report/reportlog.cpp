@@ -1,7 +1,7 @@
 #include "report/reportlog.h"
 
-#include "domain/domainblackboard.h"
 #include "domain/domainlog.h"
+#include "domain/domainsurvey.h"
 #include "report/reportforeign.h"
 #include "report/reportlogdevice.h"
 #include "report/reportlogreader.h"
@@ -13,12 +13,6 @@
 namespace report {
 
 namespace {
-
-bool open(QFile& file) {
-    if (file.fileName() == u"-")
-        return file.open(stdin, QIODevice::ReadOnly);
-    return file.open(QIODevice::ReadOnly);
-}
 
 bool beginsWithBracket(const LogDevice& text) {
     return text.first().startsWith('[') || text.first().startsWith('{');
@@ -63,18 +57,15 @@ QStringList structureFaults(const Log& log, const LogDevice& text, const LogRead
         faults += QStringLiteral("there is text before or behind the document");
     if (text.hasNul())
         faults += QStringLiteral("a NUL ends the text, and what follows was not read");
-    if (log.events > 1 && reader.longestRun() == 1)
-        faults += QStringLiteral("each event has an object of its own, so nothing can repeat");
     faults.removeAll(QString());
     return faults;
 }
 
 QString eventlessFault(const LogDevice& text) {
-    const QString none = QStringLiteral("no event was found");
     if (text.beginning().isEmpty())
-        return none + QStringLiteral("; it is empty");
+        return NO_EVENT + QStringLiteral("; it is empty");
     const QString form = foreign_form(text.beginning());
-    return form.isEmpty() ? none : none + QStringLiteral("; it looks like ") + form;
+    return form.isEmpty() ? NO_EVENT : NO_EVENT + QStringLiteral("; it looks like ") + form;
 }
 
 /// What is wrong with a text that is read to its end. Of one that is no log at all, just that.
@@ -89,22 +80,49 @@ QStringList faultsOf(const Log& log, const LogDevice& text, const LogReader& rea
     return faults;
 }
 
+void numberRecordings(domain::Figures& figures, const LogReader& reader) {
+    for (domain::pattern_figures& pattern : figures.patterns) {
+        for (domain::place& place : pattern.places)
+            place.recording = place.recording > 0 ? reader.recordingOf(place.recording) : 0;
+    }
+}
+
 } // namespace
 
+std::unique_ptr<QFileDevice> open_input(const QString& path) {
+    auto file = std::make_unique<QFile>(path);
+    if (path == u"-")
+        file->open(stdin, QIODevice::ReadOnly);
+    else
+        file->open(QIODevice::ReadOnly);
+    return file;
+}
+
 QString read_log(const QString& path, Log& log) {
-    QFile file(path);
-    if (!open(file))
-        return file.errorString();
-    LogDevice text(file);
-    domain::Blackboard analysis;
-    LogReader reader(analysis);
+    const std::unique_ptr<QFileDevice> file = open_input(path);
+    if (!file->isOpen())
+        return file->errorString();
+    LogDevice text(*file);
+    domain::Survey survey;
+    LogReader reader(survey);
     reader.begin(log.nest);
     log.path = path;
     log.complete = domain::read_log(text, reader);
     log.recordings = reader.recordings();
     log.events = reader.eventCount();
-    log.warnings = faultsOf(log, text, reader);
-    return file.error() == QFileDevice::NoError ? QString() : file.errorString();
+    log.longestRun = reader.longestRun();
+    log.faults = faultsOf(log, text, reader);
+    log.keys = reader.keys();
+    log.figures = survey.figures(log.nest);
+    numberRecordings(log.figures, reader);
+    return file->error() == QFileDevice::NoError ? QString() : file->errorString();
+}
+
+QStringList warnings_of(const Log& log) {
+    QStringList warnings = log.faults;
+    if (log.events > 1 && log.longestRun == 1)
+        warnings += QStringLiteral("each event has an object of its own, so nothing can repeat");
+    return warnings;
 }
 
 } // namespace report

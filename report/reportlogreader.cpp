@@ -5,13 +5,16 @@
 namespace report {
 
 void LogReader::startObject(json::Stack& stack, const QString& key) {
-    mEventsBefore = eventCount();
+    mEventsBefore = mEventsAnalysed = eventCount();
     open(true);
     NestReader::startObject(stack, key);
 }
 
 void LogReader::endObject(json::Stack& stack) {
     NestReader::endObject(stack);
+    if (eventCount() > mEventsAnalysed)
+        mAnalysed.push_back(recordingCount());
+    mEventsAnalysed = eventCount();
     close(true);
 }
 

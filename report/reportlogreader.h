@@ -17,6 +17,12 @@ public:
     void startArray(json::Stack& stack, const QString& key) override;
     void endArray(json::Stack& stack) override;
 
+    /// The number among all recordings, from 1, of that with this number among those that have
+    /// events.
+    int recordingOf(int analysed) const {
+        return mAnalysed[static_cast<std::size_t>(analysed - 1)];
+    }
+
     /// Objects that were closed by a brace of their own.
     int recordings() const { return mRecordings; }
 
@@ -45,7 +51,9 @@ private:
     qint64 mOpenObjects = 0;
     int mRecordings = 0;
     int mDocuments = 0;
-    int mEventsBefore = 0; ///< Those of the objects before.
+    int mEventsBefore = 0;      ///< Those of the objects before.
+    int mEventsAnalysed = 0;    ///< Those that no recording has any more, once it began or ended.
+    std::vector<int> mAnalysed; ///< The numbers of the recordings that have events.
     int mLongestRun = 0;
     bool mHasMismatch = false;
     bool mHasStray = false;

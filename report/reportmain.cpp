@@ -1,101 +1,142 @@
-// quillon-report: reads trace logs as the window does and prints or draws what was found.
+// quillon-report: reads trace logs as the window does and prints, compares or draws what was found.
 
 #include "report/reportfile.h"
 #include "report/reportformats.h"
-#include "report/reportlog.h"
+#include "report/reportmerger.h"
 #include "report/reportoptions.h"
 #include "report/reportoutput.h"
 #include "report/reportpicture.h"
+#include "report/reportreading.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QGuiApplication>
 
+#include <array>
 #include <cstdio>
 #include <memory>
-#include <new>
 
 namespace {
 
-enum ExitStatus { ALL_REPORTED = 0, FAILED = 1, WRONG_USAGE = 2, UNSOUND = 3 };
-
-const QString NO_MEMORY = QStringLiteral("there is not enough memory for it");
-
-void complain(const QString& what, const QString& why) {
-    report::Output(stderr) << "quillon-report: " << what << ": " << why << "\n";
-}
-
-/// A failure weighs more than a log that is not sound.
-ExitStatus worse(ExitStatus a, ExitStatus b) {
-    return a == FAILED || b == ALL_REPORTED ? a : b;
-}
-
-/// The reason that `work` returns, or that memory ran out.
-template <class Work>
-QString reasonOf(const Work& work) {
-    try {
-        return work();
-    } catch (const std::bad_alloc&) {
-        return NO_MEMORY;
-    }
-}
-
-/// Reads a log, saying what is wrong with it.
-ExitStatus readOrComplain(const QString& path, report::Log& log) {
-    const QString reason = reasonOf([&] { return report::read_log(path, log); });
-    if (!reason.isEmpty()) {
-        complain(path, reason);
-        return FAILED;
-    }
-    for (const QString& warning : log.warnings)
-        complain(path, QStringLiteral("warning: ") + warning);
-    return log.warnings.isEmpty() ? ALL_REPORTED : UNSOUND;
-}
+using report::ExitStatus;
 
 /// `status`, unless standard output could not be written.
 ExitStatus flushed(report::Output& output, ExitStatus status) {
     if (output.flush())
         return status;
-    complain(QStringLiteral("standard output"), QStringLiteral("could not be written"));
-    return FAILED;
+    report::complain(QStringLiteral("standard output"), QStringLiteral("could not be written"));
+    return report::FAILED;
+}
+
+/// Where the report itself has no place for it.
+void tellLeftOut(const report::Findings& findings) {
+    if (is_asked(findings.asked()))
+        report::complain(findings.log().path,
+                         report::left_out(findings.patternCount(), findings.shownCount()));
 }
 
 ExitStatus printReports(const report::options& options) {
     report::Output output(stdout);
-    const std::unique_ptr<report::Writer> writer =
-        options.format->newWriter(output, options.everything);
-    ExitStatus status = ALL_REPORTED;
+    const std::unique_ptr<report::Writer> writer = options.format->newWriter(output, options.style);
     writer->begin();
-    for (const QString& path : options.logs) {
-        report::Log log;
-        const ExitStatus read = readOrComplain(path, log);
-        if (read != FAILED)
-            writer->write(report::Findings(log));
-        status = worse(status, read);
-    }
+    const ExitStatus status = read_logs(options.logs, options.reading, [&](const report::Log& log) {
+        const report::Findings findings(log, options.question);
+        writer->write(findings);
+        if (!options.format->tellsLeftOut)
+            tellLeftOut(findings);
+    });
     writer->end();
     return flushed(output, status);
 }
 
+/// Reads the logs of a group and adds them to those of both.
+ExitStatus readGroup(report::group& group, report::Merger& both, report::RecordingsOf& found) {
+    const ExitStatus status =
+        read_logs(group.logs, report::Reading::Together, [&](report::Log& log) {
+            group.recordings = log.recordings;
+            found = report::recordings_of(log);
+            both.add(log);
+        });
+    if (status == report::FAILED || group.recordings > 0)
+        return status;
+    report::complain(group.name, QStringLiteral("the group has no recordings"));
+    return report::WRONG_USAGE;
+}
+
+/// Nothing is compared with a part of a group.
+ExitStatus compareGroups(const report::options& options) {
+    report::Log whole;
+    report::Merger both(whole);
+    report::Groups groups = *options.groups;
+    std::array<report::RecordingsOf, 2> found;
+    ExitStatus status = report::ALL_REPORTED;
+    for (std::size_t i = 0; i < groups.size(); ++i)
+        status = worse(status, readGroup(groups[i], both, found[i]));
+    if (status == report::FAILED || status == report::WRONG_USAGE)
+        return status;
+    both.finish();
+    report::question question = options.question;
+    question.top = 0; // those with the strongest evidence are taken instead
+    const report::Findings findings(whole, question);
+    const report::Comparison comparison(findings, groups, found[0], options.question.top);
+    for (const QString& warning : comparison.warnings()) {
+        report::complain(QStringLiteral("warning"), warning);
+        status = report::UNSOUND;
+    }
+    report::Output output(stdout);
+    options.format->newWriter(output, options.style)->compare(comparison);
+    return flushed(output, status);
+}
+
 /// Draws a log into a file. Returns why the file could not be written, empty when it was.
-QString drawInto(const QString& path, const report::Log& log, const report::picture& picture) {
+QString drawInto(const QString& path, const report::Findings& findings,
+                 const report::picture& picture) {
     QBuffer drawn; // what an encoder tells of a full disk is not enough
     drawn.open(QIODevice::WriteOnly);
-    if (!report::draw_picture(log.nest, picture, drawn))
-        return NO_MEMORY;
+    if (!report::draw_picture(findings, picture, drawn))
+        return report::NO_MEMORY;
     return report::save_file(path, drawn.data());
 }
 
+/// Whether the picture can show what is to be in black.
+bool hasPattern(const report::Findings& findings, const QString& keys) {
+    if (keys.isEmpty() || report::find_pattern(findings, keys))
+        return true;
+    report::complain(findings.log().path,
+                     QStringLiteral("there is no pattern '%1' to be drawn").arg(keys));
+    return false;
+}
+
+ExitStatus drawLog(const report::options& options, const report::Log& log) {
+    const report::Findings findings(log, options.question);
+    if (!hasPattern(findings, options.picture.pattern))
+        return report::WRONG_USAGE;
+    const QString reason =
+        report::reason_of([&] { return drawInto(options.image, findings, options.picture); });
+    if (!reason.isEmpty()) {
+        report::complain(options.image, reason);
+        return report::FAILED;
+    }
+    tellLeftOut(findings);
+    return report::ALL_REPORTED;
+}
+
 ExitStatus draw(const report::options& options) {
-    report::Log log;
-    const ExitStatus status = readOrComplain(options.logs.first(), log);
-    if (status == FAILED)
-        return status;
-    const QString reason = reasonOf([&] { return drawInto(options.image, log, options.picture); });
-    if (reason.isEmpty())
-        return status;
-    complain(options.image, reason);
-    return FAILED;
+    ExitStatus drawn = report::ALL_REPORTED;
+    const ExitStatus read = read_logs(options.logs, options.reading, [&](const report::Log& log) {
+        drawn = drawLog(options, log);
+    });
+    return worse(read, drawn);
+}
+
+ExitStatus report_or_draw(const report::options& options, int argc, char** argv) {
+    if (options.image.isEmpty()) {
+        const QCoreApplication application(argc, argv);
+        return options.groups ? compareGroups(options) : printReports(options);
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // pictures need no display
+    const QGuiApplication application(argc, argv);
+    return draw(options);
 }
 
 /// With an application of its own, as what kind of it is needed next depends on the options.
@@ -113,18 +154,11 @@ int main(int argc, char** argv) {
     if (!options.fault.isEmpty()) {
         report::Output(stderr) << "quillon-report: " << options.fault
                                << "\nTry 'quillon-report --help'.\n";
-        return WRONG_USAGE;
+        return report::WRONG_USAGE;
     }
-    if (!options.answer.isEmpty()) {
-        report::Output output(stdout);
-        output << options.answer;
-        return flushed(output, ALL_REPORTED);
-    }
-    if (options.image.isEmpty()) {
-        const QCoreApplication application(argc, argv);
-        return printReports(options);
-    }
-    qputenv("QT_QPA_PLATFORM", "offscreen"); // pictures need no display
-    const QGuiApplication application(argc, argv);
-    return draw(options);
+    if (options.answer.isEmpty())
+        return report_or_draw(options, argc, argv);
+    report::Output output(stdout);
+    output << options.answer;
+    return flushed(output, report::ALL_REPORTED);
 }

@@ -2,9 +2,13 @@
 
 #include "report/reportformats.h"
 #include "report/reportpicture.h"
+#include "report/reportquestion.h"
+#include "report/reportreading.h"
 
 #include <QString>
 #include <QStringList>
+
+#include <optional>
 
 namespace report {
 
@@ -17,9 +21,12 @@ struct options {
     QString answer;
 
     QStringList logs;
+    Reading reading = Reading::Apart;
+    std::optional<Groups> groups; ///< To be compared, in the place of the logs.
 
+    report::question question;
     const output_format* format = nullptr;
-    bool everything = false;
+    report::style style;
 
     QString image; ///< The picture's file, empty for a report.
     report::picture picture;

@@ -1,7 +1,6 @@
 #include "report/reportoutput.h"
 
 #include <QByteArray>
-#include <QString>
 
 namespace report {
 
@@ -41,6 +40,14 @@ Output& Output::operator<<(int number) {
 
 bool Output::flush() {
     return std::fflush(mStream) == 0 && !std::ferror(mStream);
+}
+
+QString printable(QString text) {
+    for (QChar& c : text) {
+        if (!c.isPrint() && !c.isSurrogate())
+            c = QChar::ReplacementCharacter;
+    }
+    return text;
 }
 
 } // namespace report

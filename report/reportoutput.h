@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArrayView>
+#include <QString>
 #include <QStringView>
 
 #include <cstdio>
@@ -26,5 +27,8 @@ public:
 private:
     std::FILE* mStream;
 };
+
+/// `text` without what moves a terminal's cursor or breaks a line.
+QString printable(QString text);
 
 } // namespace report

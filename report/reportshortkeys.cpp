@@ -77,4 +77,13 @@ QString end_of(const QString& text, int columns) {
     return ELLIPSIS % end;
 }
 
+QString beginning_of(const QString& text, int columns) {
+    if (text.size() <= columns)
+        return text;
+    QStringView beginning = QStringView(text).first(columns - 1);
+    if (beginning.back().isHighSurrogate())
+        beginning.chop(1);
+    return beginning % ELLIPSIS;
+}
+
 } // namespace report

@@ -27,4 +27,7 @@ private:
 /// The end of `text`, with an ellipsis before it where it is longer than `columns`.
 QString end_of(const QString& text, int columns);
 
+/// The beginning of `text`, with an ellipsis behind it where it is longer than `columns`.
+QString beginning_of(const QString& text, int columns);
+
 } // namespace report

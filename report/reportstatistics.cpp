@@ -28,7 +28,7 @@ public:
         , mHits(hits)
         , mFirst(std::max(0, hits - (all - of))) {
         const int last = std::min(hits, of);
-        mWeights.resize(static_cast<std::size_t>(last - mFirst + 1));
+        mWeights.resize(static_cast<std::size_t>(last) + 1 - static_cast<std::size_t>(mFirst));
         // From the likeliest one on, so that what is too small for a number does not matter.
         const double likeliest = (hits + 1.0) * (of + 1.0) / (all + 2.0);
         const int middle = std::clamp(static_cast<int>(likeliest), mFirst, last);

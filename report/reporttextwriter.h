@@ -15,9 +15,9 @@ namespace report {
 /// from the others of its key.
 class TextWriter : public Writer {
 public:
-    TextWriter(Output& output, bool everything);
-
+    using Writer::Writer;
     void write(const Findings& findings) override;
+    void compare(const Comparison& comparison) override;
 
 private:
     /// A key that is shown, and those of its patterns that are.
@@ -26,14 +26,16 @@ private:
         Patterns patterns;
     };
 
-    std::vector<shown_key> choose(const std::vector<const key_findings*>& ranked) const;
-    QStringList keysOf(const Findings& findings, const std::vector<shown_key>& rows) const;
+    std::vector<shown_key> choose(const Findings& findings,
+                                  const std::vector<const key_findings*>& ranked) const;
+    QStringList keysOf(const Findings& findings, const Patterns& shown) const;
     void writeTotals(const Findings& findings);
     void writeKey(const Findings& findings, const shown_key& shown, const ShortKeys& shortKeys);
+    void writeCompared(const Comparison& comparison, const Patterns& shown);
     QString sequenceText(const Findings& findings, const domain::Pattern& pattern,
-                         const shown_key& shown, const ShortKeys& shortKeys) const;
-
-    const bool mEverything;
+                         const Patterns& shown, const ShortKeys& shortKeys, int columns) const;
+    QString foundAt(const Findings& findings, const found_pattern& found,
+                    const ShortKeys& shortKeys) const;
 };
 
 } // namespace report

@@ -1,3 +1,5 @@
+#include "tests/report/reportrun.h"
+
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
@@ -5,9 +7,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QStringDecoder>
-#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 
@@ -19,55 +19,8 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-/// Runs the program in a folder of its own, without a display.
-class Report : public testing::Test {
-protected:
-    struct result {
-        int status;
-        std::string out;
-        std::string err;
-    };
-
-    QString path(const char* name) const { return mDir.filePath(QString::fromUtf8(name)); }
-
-    void write(const char* name, const QByteArray& text) {
-        QFile file(path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text);
-    }
-
-    /// Runs it with `arguments` by a shell, after what `script` does there.
-    result run(const std::string& arguments, const QByteArray& input = QByteArray(),
-               const std::string& script = std::string()) {
-        const std::string command = script + " exec " QUILLON_REPORT " " + arguments;
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        for (const char* display : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-            environment.remove(QString::fromLatin1(display));
-        process.setProcessEnvironment(environment);
-        process.setWorkingDirectory(mDir.path());
-        process.start(QStringLiteral("sh"),
-                      {QStringLiteral("-c"), QString::fromStdString(command)});
-        process.write(input);
-        process.closeWriteChannel();
-        EXPECT_TRUE(process.waitForFinished());
-        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-        return {process.exitCode(), process.readAllStandardOutput().toStdString(),
-                process.readAllStandardError().toStdString()};
-    }
-
-    QTemporaryDir mDir;
-};
-
 const QByteArray EDITING = R"({"down":[0,"Edit",12,8],"menu":[0,"Paste",12,30],)"
                            R"("down":[0,"Copy",300,0.1],"down":[0,"Edit",14,9]})";
-
-QByteArray downs(const QList<QByteArray>& keys) {
-    QByteArray text = "{";
-    for (const QByteArray& key : keys)
-        text += (text.size() > 1 ? ",\"down\":[0,\"" : "\"down\":[0,\"") + key + "\"]";
-    return text + "}";
-}
 
 TEST_F(Report, WritesJsonLinesExactly) {
     write("a.json", EDITING);
@@ -76,12 +29,16 @@ TEST_F(Report, WritesJsonLinesExactly) {
         R"({"log": "a.json", "complete": true, "branches": [)"
         R"({"index": 0, "key": "Edit", "gesture": "down", "bounds": )"
         R"({"x": 12, "y": 8, "width": 3, "height": 2}, "rank": 0, "weight": 1, )"
-        R"("patterns": [{"count": 0, "sequence": [0, 1, 2, 0]}]}, )"
+        R"("patterns": [{"count": 0, "sequence": [0, 1, 2, 0], "occurrences": 1, )"
+        R"("recordings": 1, "places": [{"recording": 1, "event": 1}]}], )"
+        R"("events": 2, "recordings": 1}, )"
         R"({"index": 1, "key": "Paste", "gesture": "menu", "bounds": )"
-        R"({"x": 12, "y": 30, "width": 1, "height": 1}, "rank": 0, "weight": 0, "patterns": []}, )"
+        R"({"x": 12, "y": 30, "width": 1, "height": 1}, "rank": 0, "weight": 0, "patterns": [], )"
+        R"("events": 1, "recordings": 1}, )"
         R"({"index": 2, "key": "Copy", "gesture": "down", "bounds": )"
         R"({"x": 300, "y": 0.10000000149011612, "width": 1, "height": 1}, )"
-        R"("rank": 0, "weight": 0, "patterns": []}], "recordings": 1, "events": 4, "warnings": []})"
+        R"("rank": 0, "weight": 0, "patterns": [], "events": 1, "recordings": 1}], )"
+        R"("recordings": 1, "events": 4, "warnings": []})"
         "\n";
     EXPECT_EQ(r.out, line + line);
     EXPECT_EQ(r.status, 0);
@@ -121,10 +78,11 @@ TEST_F(Report, JsonWritesNullForWhatIsNotFinite) {
 TEST_F(Report, QuotesCsvFieldsThatNeedIt) {
     write("a,b.json", downs({"x", "two\nlines", "x", "plain", "x"}));
     const result r = run("--format csv a,b.json");
-    EXPECT_EQ(r.out, "log,key,count,length,sequence\r\n"
-                     "\"a,b.json\",x,0,3,\"x > two\nlines > x\"\r\n"
-                     "\"a,b.json\",x,0,3,x > plain > x\r\n"
-                     "\"a,b.json\",x,0,5,\"x > two\nlines > x > plain > x\"\r\n");
+    EXPECT_EQ(r.out, "log,key,count,length,sequence,occurrences,recordings,places,key_events,"
+                     "key_recordings\r\n"
+                     "\"a,b.json\",x,0,3,\"x > two\nlines > x\",1,1,1:1,3,1\r\n"
+                     "\"a,b.json\",x,0,3,x > plain > x,1,1,1:3,3,1\r\n"
+                     "\"a,b.json\",x,0,5,\"x > two\nlines > x > plain > x\",1,1,1:1,3,1\r\n");
 }
 
 TEST_F(Report, TextRanksKeysAndFitsTheScreen) {
@@ -190,9 +148,9 @@ TEST_F(Report, TextTellsLongSequencesApart) {
     const std::string out = run("a.json").out;
     std::string rows;
     for (const char* row : {"0", "1", "2"})
-        rows += std::string("               0  …step 0 > …step 1 > … 6 more > …row ") + row +
-                ":cell > … 3 more > …step 11 > …step 0\n";
-    EXPECT_THAT(run("a.json").out, HasSubstr("3  an application:page:step 0\n" + rows));
+        rows += std::string("          0      1     1  …step 0 > …step 1 > … 6 more > …row ") +
+                row + ":cell > … 3 more > …step 11 > …step 0\n";
+    EXPECT_THAT(run("a.json").out, HasSubstr("1  an application:page:step 0\n" + rows));
 }
 
 /// A text as UTF-16, the low byte first, without a mark.
@@ -375,6 +333,31 @@ TEST_F(Report, RejectsWrongUsage) {
         {"--image x.png --size 9x16385 a",
          "no size of a picture: '9x16385'; each side is 1 to 16384"},
         {"--image x.png a b", "a picture shows one log"},
+        {"--image x.png --compare A=a B=b", "a picture shows one log"},
+        {"--image x.png --rank --pattern k a", "--rank and --pattern do not go together"},
+        {"--names a", "--names and --pattern belong to --image"},
+        {"--min-count x a", "--min-count needs a whole number of 0 or more, not 'x'"},
+        {"--top 0 a", "--top needs a whole number of 1 or more, not '0'"},
+        {"--min-recordings 101% a",
+         "--min-recordings needs a number of recordings or 0% to 100%, not '101%'"},
+        {"--min-recordings % a",
+         "--min-recordings needs a number of recordings or 0% to 100%, not '%'"},
+        {"--min-recordings nan% a",
+         "--min-recordings needs a number of recordings or 0% to 100%, not 'nan%'"},
+        {"--through '[z-a]' a", "no glob: '[z-a]'"},
+        {"--through '' a", "no glob: ''"},
+        {"--sort rank a", "--sort takes count, occurrences, recordings or length, not 'rank'"},
+        {"--loops twice a", "--loops takes once, not 'twice'"},
+        {"--csv-text a", "--csv-text belongs to --format csv"},
+        {"--format partial --top 1 a",
+         "a partial holds all that was found, so nothing can be asked of it"},
+        {"--together --merge a", "--together, --merge and --compare do not go together"},
+        {"--compare A=a", "--compare needs two groups, as in BEFORE=a.json,b.json AFTER=c.json"},
+        {"--compare A=a B=", "--compare needs two groups, as in BEFORE=a.json,b.json AFTER=c.json"},
+        {"--compare A=a A=b", "both groups are named 'A'"},
+        {"--compare A=a,b B=c,./a", "'./a' is given twice"},
+        {"--compare --sort count A=a B=b",
+         "--sort does not go with --compare, which sorts by evidence"},
     };
 
     for (const auto& row : rows) {
