@@ -1,6 +1,7 @@
 #include "bench/benchimport.h"
 #include "bench/benchlogs.h"
 #include "bench/benchmemory.h"
+#include "bench/benchreport.h"
 #include "bench/benchrows.h"
 #include "bench/benchtable.h"
 
@@ -15,6 +16,8 @@ int main(int argc, char** argv) {
         return bench::loadAndReport(argv[2]);
     if (argc > 2 && argv[1] == std::string_view("--import"))
         return bench::importAndReport(argc, argv);
+    if (argc > 3 && argv[1] == std::string_view("--report"))
+        return bench::readAndReport(argc, argv);
     const QCoreApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
@@ -26,6 +29,7 @@ int main(int argc, char** argv) {
     bench::addCycleBuilding();
     bench::addImport();
     bench::addMerging();
+    bench::addReport();
     bench::Table table;
     benchmark::RunSpecifiedBenchmarks(&table);
 }

@@ -5,8 +5,11 @@
 #include "domain/domainlog.h"
 #include "domain/domainnest.h"
 #include "domain/domainnestreader.h"
+#include "domain/domainsurvey.h"
 
 #include <QFile>
+
+#include <type_traits>
 
 namespace bench {
 
@@ -24,6 +27,8 @@ void measureReading(benchmark::State& state, const LogFile& log) {
         if (!file.open(QIODevice::ReadOnly) || !domain::read_log(file, reader) ||
             reader.eventCount() != log.tally.events)
             state.SkipWithError("reads something else");
+        if constexpr (std::is_same_v<Stage, domain::Survey>)
+            benchmark::DoNotOptimize(analysis.figures(nest));
     }
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * log.bytes);
 }
@@ -37,6 +42,20 @@ void addLoad(Logs& logs, const LogKind& kind, double target) {
         what, "without analysis",
         [&logs, kind](benchmark::State& state) {
             measureReading<domain::Analysis>(state, logs.log(kind));
+        },
+        target);
+}
+
+/// What quillon-report takes besides, for how often and where.
+void addFigures(Logs& logs, const LogKind& kind, double target) {
+    const std::string what = "figures: " + nameOf(kind);
+    add(what, OURS, [&logs, kind](benchmark::State& state) {
+        measureReading<domain::Survey>(state, logs.log(kind));
+    });
+    add(
+        what, "without figures",
+        [&logs, kind](benchmark::State& state) {
+            measureReading<domain::Blackboard>(state, logs.log(kind));
         },
         target);
 }
@@ -69,6 +88,8 @@ void addReading(Logs& logs) {
                              {Shape::Hub, 1000, 10}};
     for (const LogKind& kind : kinds)
         addLoad(logs, kind, 0);
+    addFigures(logs, {Shape::Sessions, 300, 0, 1000}, 1 / 1.15);
+    addFigures(logs, {Shape::Skewed, 1000, 10}, 1 / 1.15);
     for (const int recordings : {2000, 4000, 8000})
         addGrowth(logs, recordings);
 }

@@ -42,5 +42,6 @@ void addMemory(Logs& logs);
 void addCycleBuilding();
 void addImport();
 void addMerging();
+void addReport();
 
 } // namespace bench
