@@ -77,9 +77,19 @@ bool Parser::parse(QIODevice* device, Reader* reader) {
 }
 
 bool Parser::push(Reader* reader) {
-    if (!reader || !pushState(reader, 0))
+    if (!reader || !(joinBracket(reader) || pushState(reader, 0)))
         return false;
     mCurrent = reader;
+    return true;
+}
+
+/// Gives the bracket on top its first reader. False when the top is no bracket or has one.
+bool Parser::joinBracket(Reader* reader) {
+    State* top = mStates.isEmpty() ? nullptr : mStates.front();
+    if (!top || top->reader)
+        return false;
+    top->reader = top->current = reader;
+    top->arrayIdx = 0;
     return true;
 }
 
@@ -102,7 +112,8 @@ bool Parser::pushState(Reader* reader, int token) {
     Reader* const current = reader || !below ? reader : below->current;
     const int group = token || !below ? token : below->group;
     try {
-        *mStates.pushFront() = {reader, token, 0, current, group};
+        *mStates.pushFront() = {reader, static_cast<short>(token), static_cast<short>(group), 0,
+                                current};
         return true;
     } catch (const std::exception&) {
         return false;

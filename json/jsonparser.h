@@ -41,6 +41,7 @@ public:
     void clear();
 
 private:
+    bool joinBracket(Reader* reader);
     bool pushToken(int token);
     bool pushState(Reader* reader, int token);
     int groupToken() const;

@@ -10,16 +10,18 @@ class Reader;
 constexpr int TOKEN_OBJECT = 1;
 constexpr int TOKEN_ARRAY = 2;
 
-/// An entry of the parse stack: a reader (`token` 0) or an open bracket (`reader` null).
+/// An entry of the parse stack: a reader (`token` 0), an open bracket (`reader` null), or both: a
+/// bracket and the first reader pushed after it, which go together. One per open bracket, of which
+/// a text may have millions: small enough for the least that the heap gives out.
 struct State {
     Reader* reader = nullptr;
-    int token = 0;
-    int arrayIdx = 0; // scalar elements reported while this entry was the top
+    short token = 0;
 
-    // What a walk from this entry down the stack would find first, kept here because the nesting
-    // of a log has no bound and the questions come with every value.
+    // With `current`, what a walk from this entry down the stack would find first, kept here
+    // because the nesting of a log has no bound and the questions come with every value.
+    short group = 0;
+    int arrayIdx = 0; // scalar elements reported while this entry was the top
     Reader* current = nullptr;
-    int group = 0;
 };
 
 /// Makes the entries of a parse stack. Recycled entries keep their contents: every push sets them.
