@@ -4,6 +4,7 @@
 #include <exception>
 #include <iterator>
 #include <memory>
+#include <type_traits>
 
 /// Makes, resets, copies, orders and destroys the objects of lists and arrays.
 /// One static instance serves every container of an element type; it holds no state that changes,
@@ -103,6 +104,9 @@ struct _chain {
 template <typename T>
 class ManagedListIterator;
 
+template <typename T>
+class ManagedListReader;
+
 /// A singly linked list that recycles instead of freeing: removed elements wait, with their
 /// objects, on a retired chain of the same list and come back, reset by the factory, with the next
 /// insertions. Objects are destroyed with the list only; callers never delete one.
@@ -131,33 +135,42 @@ public:
     }
 
     /// Retires every element, in order, behind those already waiting. No object is touched.
-    virtual void clear() { mRetired.takeAll(mActive); }
+    virtual void clear() {
+        mRetired.takeAll(mActive);
+        mIsLent = false;
+    }
 
     bool isEmpty() const { return !mActive.head; }
 
     int size() const { return mActive.size; }
 
     /// The first node, null when the list is empty; for the iterator.
-    prvlist::_node<T>* getHead() const { return mActive.head; }
+    prvlist::_node<T>* getHead() const {
+        mIsLent = true;
+        return mActive.head;
+    }
 
     ManagedListIterator<T> begin() const { return ManagedListIterator<T>(*this); }
 
     /// What an iterator past the end equals: `for (T object : list)` walks from front to back.
     std::default_sentinel_t end() const { return {}; }
 
+    /// The elements, front to back, for who does not change them: `for (const T* object :
+    /// list.reading())`.
+    ManagedListReader<T> reading() const { return ManagedListReader<T>(mActive.head); }
+
     /// Inserts an element at the front and returns its object in its initial state. An exception
     /// of the factory's `newObject` passes and leaves the list unchanged.
     T pushFront() {
         assert(!mFactory.mSort);
-        prvlist::_node<T>* node = newNode();
-        mActive.linkFront(node);
-        mFactory.initializeObject(node->value);
-        return node->value;
+        mIsLent = true;
+        return insertFront();
     }
 
     /// As `pushFront`, at the back.
     T pushBack() {
         assert(!mFactory.mSort);
+        mIsLent = true;
         prvlist::_node<T>* node = newNode();
         mActive.linkBack(node);
         mFactory.initializeObject(node->value);
@@ -168,7 +181,7 @@ public:
     T front() {
         if (isEmpty())
             throw is_empty();
-        return mActive.head->value;
+        return getHead()->value;
     }
 
     /// Retires the first element, to be the first that is reused. Throws `is_empty`.
@@ -182,7 +195,7 @@ public:
     T at(int index) const {
         if (index < 0 || index >= size())
             throw bad_index();
-        const prvlist::_node<T>* node = mActive.head;
+        const prvlist::_node<T>* node = getHead();
         while (index-- > 0)
             node = node->next;
         return node->value;
@@ -190,8 +203,10 @@ public:
 
     /// Appends all elements to `other`'s elements; nothing when `other` is this list.
     void moveTo(ManagedList& other) {
-        if (&other != this)
-            other.mActive.takeAll(mActive);
+        if (&other == this)
+            return;
+        other.mActive.takeAll(mActive);
+        other.mIsLent = other.mIsLent || mIsLent;
     }
 
     /// Appends all elements to those waiting in `other`; nothing when `other` is this list.
@@ -202,8 +217,10 @@ public:
 
     /// Moves the first element, if there is one, to the front of `other`.
     void moveFrontTo(ManagedList& other) {
-        if (&other != this && !isEmpty())
-            other.mActive.linkFront(mActive.unlinkFront());
+        if (&other == this || isEmpty())
+            return;
+        other.mActive.linkFront(mActive.unlinkFront());
+        other.mIsLent = other.mIsLent || mIsLent;
     }
 
     /// Hands the elements that wait here to `other`, behind those waiting there.
@@ -213,6 +230,21 @@ public:
     }
 
 protected:
+    /// Whether elements were handed out, since the list was cleared last, to somebody who may
+    /// change them at any time. The list that they move to has lent them too.
+    bool isLent() const { return mIsLent; }
+
+    /// The first node, null when the list is empty; lends nothing.
+    prvlist::_node<T>* firstNode() const { return mActive.head; }
+
+    /// As `pushFront`; lends nothing.
+    T insertFront() {
+        prvlist::_node<T>* node = newNode();
+        mActive.linkFront(node);
+        mFactory.initializeObject(node->value);
+        return node->value;
+    }
+
     /// Another number whenever the list has got or lost elements, whoever did it.
     unsigned changes() const { return mActive.changes; }
 
@@ -239,6 +271,7 @@ private:
     const ManagedFactory<T>& mFactory;
     prvlist::_chain<T> mActive;
     prvlist::_chain<T> mRetired;
+    mutable bool mIsLent = false;
 };
 
 /// Walks a list from front to back. Valid until the element under it leaves the list.
@@ -264,4 +297,32 @@ public:
 
 private:
     prvlist::_node<T>* mNode;
+};
+
+/// Walks a list from front to back as the iterator does, without leave to change its objects.
+template <typename T>
+class ManagedListReader {
+public:
+    explicit ManagedListReader(const prvlist::_node<T>* node)
+        : mNode(node) {}
+
+    ManagedListReader begin() const { return *this; }
+
+    std::default_sentinel_t end() const { return {}; }
+
+    bool hasValue() const { return mNode; }
+
+    bool operator==(std::default_sentinel_t) const { return !mNode; }
+
+    /// The object under the reader, null past the end.
+    const std::remove_pointer_t<T>* operator*() const { return mNode ? mNode->value : nullptr; }
+
+    /// Moves on, and stays past the end once there.
+    void operator++() {
+        if (mNode)
+            mNode = mNode->next;
+    }
+
+private:
+    const prvlist::_node<T>* mNode;
 };

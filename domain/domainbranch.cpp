@@ -3,8 +3,6 @@
 #include "domain/domaindebugline.h"
 #include "domain/domainsametext.h"
 
-#include <algorithm>
-
 namespace domain {
 
 void Branch::clear() {
@@ -51,26 +49,17 @@ bool Branch::addPattern(const Pattern& pattern) {
 }
 
 const Pattern* Branch::patternAt(int index) const {
-    return index >= 0 && index < patternSize() ? mPatterns.at(index) : nullptr;
+    if (index < 0)
+        return nullptr;
+    ManagedListReader<Pattern*> patterns = mPatterns.reading();
+    while (index-- > 0 && patterns.hasValue())
+        ++patterns;
+    return *patterns;
 }
 
 int Branch::patternCount(int index) const {
     const Pattern* pattern = patternAt(index);
     return pattern ? pattern->mCount : 0;
-}
-
-int Branch::maxPatternCount() const {
-    int max = 0;
-    for (const Pattern* pattern : mPatterns)
-        max = std::max(max, pattern->mCount);
-    return max;
-}
-
-int Branch::patternWeight() const {
-    int weight = 0;
-    for (const Pattern* pattern : mPatterns)
-        weight += pattern->mCount + 1;
-    return weight;
 }
 
 void Branch::printTo(QDebug& dbg) const {

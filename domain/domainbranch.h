@@ -43,6 +43,7 @@ public:
 
     int patternSize() const { return mPatterns.size(); }
 
+    /// For who may change the patterns; to look at them read `mPatterns.reading()`.
     ManagedListIterator<Pattern*> beginPatterns() const { return mPatterns.begin(); }
 
     /// The pattern at position `index`, from 0, or null; owned by the branch.
@@ -52,10 +53,10 @@ public:
     int patternCount(int index) const;
 
     /// The branch's rank: the largest count of its patterns, 0 without patterns.
-    int maxPatternCount() const;
+    int maxPatternCount() const { return mPatterns.maxCount(); }
 
     /// How often the branch's patterns were found in all.
-    int patternWeight() const;
+    int patternWeight() const { return mPatterns.weight(); }
 
     /// Writes key and gesture as items of a debug stream.
     void printTo(QDebug& dbg) const;

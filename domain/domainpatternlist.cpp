@@ -2,6 +2,7 @@
 
 #include "domain/domainrunhash.h"
 
+#include <algorithm>
 #include <cassert>
 #include <exception>
 #include <utility>
@@ -48,6 +49,8 @@ PatternList::PatternList()
 void PatternList::clear() {
     ManagedList::clear();
     mIndex.clear();
+    mTotals = {};
+    mStep = changes();
 }
 
 void PatternList::merge(const Pattern& pattern) {
@@ -55,25 +58,21 @@ void PatternList::merge(const Pattern& pattern) {
 }
 
 bool PatternList::add(const Pattern& pattern) {
-    index();
+    catchUp();
     return add(pattern, isIndexed() ? RunHash::of(pattern.run()) : 0);
 }
 
 bool PatternList::add(const Pattern& pattern, quint32 hash) {
-    index();
+    catchUp();
     if (Pattern* known = find(pattern, hash)) {
-        ++known->mCount;
+        countAgain(*known);
         return true;
     }
-    const bool indexed = isIndexed();
-    Pattern* added = append(pattern, hash);
-    if (added && indexed)
-        addToIndex(added);
-    return added;
+    return append(pattern, hash);
 }
 
 void PatternList::merge(const PatternList& other) {
-    for (const Pattern* pattern : other)
+    for (const Pattern* pattern : other.reading())
         merge(*pattern);
 }
 
@@ -81,8 +80,8 @@ PatternList& PatternList::operator=(const PatternList& other) {
     if (&other == this)
         return *this;
     clear();
-    for (const Pattern* pattern : other)
-        append(*pattern, pattern->mHash);
+    for (const auto* node = other.firstNode(); node; node = node->next)
+        append(*node->value, other.isLent() ? 0 : node->value->mHash);
     return *this;
 }
 
@@ -90,51 +89,83 @@ void PatternList::take(PatternList& other) {
     assert(&other != this);
     moveWaitingTo(other); // which would make new ones in the place of those that it gives away
     if (isEmpty()) {
-        const bool indexed = other.isIndexed();
+        const bool inStep = other.isInStep();
         other.moveTo(*this);
-        if (indexed) {
+        if (inStep) {
             std::swap(mIndex, other.mIndex);
-            mIndexed = changes();
+            mTotals = other.mTotals;
+            mStep = changes();
         }
     }
-    while (!other.isEmpty()) {
-        index();
-        Pattern* pattern = other.front();
-        if (Pattern* known = find(*pattern, hashOf(*pattern))) {
-            known->merge(*pattern);
+    while (const auto* node = other.firstNode()) {
+        catchUp();
+        Pattern* pattern = node->value;
+        if (Pattern* known = find(*pattern, other.hashOf(*pattern))) {
+            countAgain(*known);
             pattern->clear(); // gives back its part of the trace
             other.popFront();
         } else {
-            const bool indexed = isIndexed();
+            const bool inStep = isInStep();
             moveFront(other, *this);
-            if (indexed)
-                addToIndex(pattern);
+            noteLast(pattern, inStep);
         }
     }
     other.clear();
 }
 
-/// Sees to it that a long list is indexed, memory permitting; without it the list is walked.
-void PatternList::index() {
-    if (size() <= LONGEST_WALKED || isIndexed())
+void PatternList::Totals::add(int count) {
+    most = std::max(most, count);
+    weight += count + 1;
+}
+
+/// Whether index and totals are right.
+bool PatternList::isInStep() const {
+    return mStep == changes() && !isLent();
+}
+
+bool PatternList::isIndexed() const {
+    return mIndex.size() > 0 && isInStep();
+}
+
+PatternList::Totals PatternList::totals() const {
+    if (isInStep())
+        return mTotals;
+    Totals totals;
+    for (const Pattern* pattern : reading())
+        totals.add(pattern->mCount);
+    return totals;
+}
+
+/// Sees to it that index and totals are right, unless patterns are lent, and that a long list is
+/// indexed, memory permitting; without it the list is walked.
+void PatternList::catchUp() {
+    if (isLent())
         return;
-    mIndex.clear();
+    if (!isInStep()) {
+        mIndex.clear();
+        mTotals = totals();
+        mStep = changes();
+    }
+    if (size() > LONGEST_WALKED && !isIndexed())
+        index();
+}
+
+/// Of patterns with the same sequence, which come from outside only, the first counts.
+void PatternList::index() {
     try {
-        for (Pattern* pattern : *this)
-            mIndex.insert(hashOf(*pattern), pattern);
-        mIndexed = changes();
+        for (const auto* node = firstNode(); node; node = node->next) {
+            const quint32 hash = hashOf(*node->value);
+            if (!mIndex.find(hash, *node->value))
+                mIndex.insert(hash, node->value);
+        }
     } catch (const std::exception&) {
         mIndex.clear();
     }
 }
 
-bool PatternList::isIndexed() const {
-    return mIndex.size() > 0 && mIndexed == changes();
-}
-
-/// Of a pattern that a list holds; known from now on.
-quint32 PatternList::hashOf(Pattern& stored) {
-    if (stored.mHash == 0)
+/// Of a pattern that this list holds.
+quint32 PatternList::hashOf(Pattern& stored) const {
+    if (stored.mHash == 0 || isLent())
         stored.mHash = RunHash::of(stored.run());
     return stored.mHash;
 }
@@ -143,18 +174,25 @@ quint32 PatternList::hashOf(Pattern& stored) {
 Pattern* PatternList::find(const Pattern& pattern, quint32 hash) const {
     if (isIndexed())
         return mIndex.find(hash, pattern);
-    for (Pattern* stored : *this) {
-        if (stored->isSameSequence(pattern))
-            return stored;
+    for (const auto* node = firstNode(); node; node = node->next) {
+        if (node->value->isSameSequence(pattern))
+            return node->value;
     }
     return nullptr;
+}
+
+void PatternList::countAgain(Pattern& known) {
+    ++known.mCount;
+    ++mTotals.weight;
+    mTotals.most = std::max(mTotals.most, known.mCount);
 }
 
 /// Null, with the list unchanged, when memory is exhausted.
 Pattern* PatternList::append(const Pattern& pattern, quint32 hash) {
     try {
+        const bool inStep = isInStep();
         // Filled at the front, from where it can be taken back, then moved to the end.
-        Pattern* added = pushFront();
+        Pattern* added = insertFront();
         releaseSpare(added->mSequence, pattern.mSequence.size());
         if (!added->mSequence.setTo(pattern.mSequence)) {
             popFront();
@@ -163,17 +201,23 @@ Pattern* PatternList::append(const Pattern& pattern, quint32 hash) {
         added->mCount = pattern.mCount;
         added->mHash = hash;
         moveFront(*this, *this);
+        noteLast(added, inStep);
         return added;
     } catch (const std::exception&) {
         return nullptr;
     }
 }
 
-/// Indexes the pattern that was just appended to an indexed list.
-void PatternList::addToIndex(Pattern* added) {
+/// Notes the pattern that has just become the last one. `inStep`: index and totals were right.
+void PatternList::noteLast(Pattern* added, bool inStep) {
+    if (!inStep || isLent())
+        return;
+    mTotals.add(added->mCount);
+    mStep = changes();
+    if (mIndex.size() == 0)
+        return;
     try {
         mIndex.insert(hashOf(*added), added);
-        mIndexed = changes();
     } catch (const std::exception&) {
         mIndex.clear();
     }

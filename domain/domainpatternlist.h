@@ -10,8 +10,10 @@ namespace domain {
 /// The patterns of one branch, in the order of their discovery; `merge` never stores a sequence
 /// twice. The list owns its patterns and recycles them; the storage of a far longer sequence than
 /// the new one is given back, else in the end each would have that of the longest run it ever held.
-/// A stored pattern's sequence is not changed from outside: a long list finds sequences by hash.
-/// Elements may come and go in any way.
+///
+/// A long list finds sequences by hash, and every list knows what its counts come to, as long as no
+/// pattern was lent to somebody who may change it; `reading` lends none. From then on, until it is
+/// cleared, it walks. Elements may come and go in any way.
 class PatternList : public ManagedList<Pattern*> {
 public:
     class Factory : public ClearingFactory<Pattern> {
@@ -41,19 +43,39 @@ public:
     PatternList& operator=(const PatternList& other);
 
     /// As `merge`, but the patterns of `other`, another list, move here instead of being copied; it
-    /// is empty afterwards. The patterns that wait here go there in exchange.
+    /// is empty afterwards. An empty list takes them as they are. The patterns that wait here go
+    /// there in exchange.
     void take(PatternList& other);
 
+    /// The largest count, 0 without patterns.
+    int maxCount() const { return totals().most; }
+
+    /// The finds of all patterns: their counts and one for each.
+    int weight() const { return totals().weight; }
+
 private:
-    void index();
+    /// What the counts come to.
+    struct Totals {
+        int most = 0;
+        int weight = 0;
+
+        void add(int count);
+    };
+
+    void catchUp();
+    bool isInStep() const;
     bool isIndexed() const;
-    static quint32 hashOf(Pattern& stored);
+    Totals totals() const;
+    void index();
+    quint32 hashOf(Pattern& stored) const;
     Pattern* find(const Pattern& pattern, quint32 hash) const;
     Pattern* append(const Pattern& pattern, quint32 hash);
-    void addToIndex(Pattern* added);
+    void countAgain(Pattern& known);
+    void noteLast(Pattern* added, bool inStep);
 
-    PatternIndex mIndex;   ///< Of all patterns of a long list, or out of date.
-    unsigned mIndexed = 0; ///< `changes()` when the index was up to date.
+    PatternIndex mIndex; ///< Of all patterns of a long list, or empty.
+    Totals mTotals;
+    unsigned mStep = 0; ///< `changes()` when index and totals were right.
 };
 
 } // namespace domain

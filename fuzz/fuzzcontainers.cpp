@@ -289,14 +289,31 @@ struct CheckedPatterns {
     }
 
     void check() const {
-        auto it = list.begin();
+        auto it = list.reading();
+        int most = 0;
+        int weight = 0;
         for (const auto& [sequence, count] : entries) {
             require(it.hasValue() && std::ranges::equal((*it)->run(), sequence) &&
                         (*it)->mCount == count,
                     "the patterns of a list");
             ++it;
+            most = std::max(most, count);
+            weight += count + 1;
         }
         require(!it.hasValue() && list.size() == int(entries.size()), "the length of a list");
+        require(list.maxCount() == most && list.weight() == weight, "the counts of a list");
+    }
+
+    /// What somebody can do who was handed an element.
+    void changeByHand(Input& input) {
+        const std::size_t at = std::size_t(input.byte()) % entries.size();
+        domain::Pattern* pattern = list.at(int(at));
+        auto& [sequence, count] = entries[at];
+        pattern->mCount = count = input.below(5);
+        if (input.below(2) == 0)
+            return;
+        sequence.push_back(input.below(4));
+        pattern->mSequence.add(sequence.back());
     }
 
     static inline int byHand = 0; ///< Pushed back by hand, in all lists.
@@ -306,8 +323,9 @@ struct CheckedPatterns {
     SharedValues<int> trace; ///< What the patterns are pieces of.
 };
 
-void step(CheckedPatterns& one, CheckedPatterns& other, Input& input) {
-    const int operation = input.below(32);
+/// `lends`: patterns are pushed and changed by hand too.
+void step(CheckedPatterns& one, CheckedPatterns& other, bool lends, Input& input) {
+    const int operation = input.below(48);
     if (operation == 0) {
         one.list.clear();
         one.entries.clear();
@@ -316,18 +334,33 @@ void step(CheckedPatterns& one, CheckedPatterns& other, Input& input) {
         one.entries = other.entries;
     } else if (operation == 2 && &one != &other) {
         one.list.take(other.list);
-        one.mergeAll(std::exchange(other.entries, {}));
+        if (one.entries.empty()) // as they are, even if some are the same
+            one.entries.swap(other.entries);
+        else
+            one.mergeAll(std::exchange(other.entries, {}));
     } else if (operation == 3) {
         one.list.merge(other.list);
         one.mergeAll(CheckedPatterns::Entries(other.entries));
     } else if (operation == 4 && !one.entries.empty()) {
         one.list.popFront();
         one.entries.erase(one.entries.begin());
-    } else if (operation < 7) {
+    } else if (operation == 7 && &one != &other) {
+        one.list.moveFrontTo(other.list);
+        if (!one.entries.empty()) {
+            other.entries.insert(other.entries.begin(), one.entries.front());
+            one.entries.erase(one.entries.begin());
+        }
+    } else if (operation == 8 && &one != &other) {
+        one.list.moveTo(other.list);
+        const auto moved = std::exchange(one.entries, {});
+        other.entries.insert(other.entries.end(), moved.begin(), moved.end());
+    } else if (operation == 5 && lends && !one.entries.empty()) {
+        one.changeByHand(input);
+    } else if (operation == 6 && lends) {
         const Sequence sequence{CheckedPatterns::byHand++, 100, 0}; // a new one
         model::fill(*one.list.pushBack(), sequence);
         one.merge(sequence, 0);
-    } else if (operation < 12) {
+    } else if (operation < 16) {
         domain::Pattern pattern;
         model::fill(pattern, sequenceFrom(input), input.below(3));
         require(one.list.add(pattern), "a pattern is stored");
@@ -346,10 +379,11 @@ void step(CheckedPatterns& one, CheckedPatterns& other, Input& input) {
 void tryPatterns(Input& input) {
     CheckedPatterns::byHand = 0;
     std::array<CheckedPatterns, 3> lists;
+    const bool lends = input.below(2) == 0;
     while (!input.isUsedUp()) {
         CheckedPatterns& one = pick(lists, input);
         CheckedPatterns& other = pick(lists, input);
-        step(one, other, input);
+        step(one, other, lends, input);
         one.check();
         other.check();
     }

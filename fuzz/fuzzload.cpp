@@ -55,7 +55,7 @@ std::string text(const domain::Nest& nest) {
     for (int i = 0; i < nest.size(); ++i) {
         const domain::Branch& branch = *nest.branchAt(i);
         text += ::text(branch.mKey, branch.mGesture, branch.mBounds);
-        for (const domain::Pattern* pattern : branch.mPatterns)
+        for (const domain::Pattern* pattern : branch.mPatterns.reading())
             text += ::text(pattern->run(), pattern->mCount);
         text += '\n';
     }

@@ -48,7 +48,7 @@ private:
             if (!leaf->mBranch || !leaf->mBranch->hasPatterns())
                 continue;
             int count = 0;
-            for (const domain::Pattern* pattern : leaf->mBranch->mPatterns) {
+            for (const domain::Pattern* pattern : leaf->mBranch->mPatterns.reading()) {
                 if (count++ == mShared.patternSelection() &&
                     leaf->mIndex == mShared.leafSelection().mPrimary)
                     selected = pattern;

@@ -48,7 +48,7 @@ inline std::string describe(const domain::Pattern& pattern) {
 
 inline std::string describe(const domain::PatternList& patterns) {
     std::string text;
-    for (const domain::Pattern* pattern : patterns)
+    for (const domain::Pattern* pattern : patterns.reading())
         text += (text.empty() ? "" : " ") + describe(*pattern);
     return text;
 }

@@ -70,7 +70,7 @@ bool StrokeTable::nextLeaf() {
         return false;
     mPattern.reset();
     if (const domain::Branch* branch = (**mLeaf)->mBranch)
-        mPattern = branch->beginPatterns();
+        mPattern = branch->mPatterns.reading();
     ++*mLeaf;
     return true;
 }

@@ -63,7 +63,7 @@ private:
     // How far the walk is, empty before it: the leaves whose patterns are to come, the patterns of
     // the leaf that it is at, and the entry that the next stroke of their first leads to.
     std::optional<ManagedListIterator<Leaf*>> mLeaf;
-    std::optional<ManagedListIterator<domain::Pattern*>> mPattern;
+    std::optional<ManagedListReader<domain::Pattern*>> mPattern;
     int mNext = 1;
 };
 
