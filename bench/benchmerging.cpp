@@ -109,6 +109,46 @@ void addMerge(const std::string& what, const Sequences& sequences, Length linear
     add(what, "std::map", [sequences](benchmark::State& state) { measureMap(state, sequences); });
 }
 
+/// All patterns of a hub of 100,000 events and more are on a few branches; here as many on each.
+constexpr std::size_t LISTS = 200;
+constexpr std::size_t RANKED = 585'000 / LISTS;
+
+using Lists = std::vector<std::unique_ptr<domain::PatternList>>;
+
+Lists makeLists() {
+    const Sequences sequences = makeSequences(RANKED, RANKED);
+    const Patterns patterns = makePatterns(sequences);
+    Lists lists;
+    for (std::size_t i = 0; i < LISTS; ++i) {
+        lists.push_back(std::make_unique<domain::PatternList>());
+        mergeAll(*lists.back(), patterns, sequences.size());
+    }
+    return lists;
+}
+
+void measureRanks(benchmark::State& state) {
+    const Lists lists = makeLists();
+    for (auto _ : state) {
+        for (const auto& list : lists)
+            benchmark::DoNotOptimize(list->maxCount() + list->weight());
+    }
+}
+
+void measureWalkedRanks(benchmark::State& state) {
+    const Lists lists = makeLists();
+    for (auto _ : state) {
+        for (const auto& list : lists) {
+            int most = 0;
+            int weight = 0;
+            for (const domain::Pattern* pattern : list->reading()) {
+                most = std::max(most, pattern->mCount);
+                weight += pattern->mCount + 1;
+            }
+            benchmark::DoNotOptimize(most + weight);
+        }
+    }
+}
+
 } // namespace
 
 void addMerging() {
@@ -118,6 +158,8 @@ void addMerging() {
         addMerge(what + " distinct", makeSequences(count, count), linear);
         addMerge(what + ", each 10 times", makeSequences(count, count / 10), Length::Short);
     }
+    add("ranks and weights: 585000 patterns", OURS, measureRanks);
+    add("ranks and weights: 585000 patterns", "a walk", measureWalkedRanks, 25);
 }
 
 } // namespace bench

@@ -82,10 +82,10 @@ void addGrowth(Logs& logs, int recordings) {
 void addReading(Logs& logs) {
     // Recordings are short enough for the time budget of their analysis to play no part.
     addLoad(logs, {Shape::Sessions, 300, 0, 1000}, 0.5);
+    addLoad(logs, {Shape::Hub, 1000, 10}, 0.5);
     const LogKind kinds[] = {{Shape::Sessions, 300, 1}, {Shape::Sessions, 300, 10},
                              {Shape::Sessions, 8, 10},  {Shape::Uniform, 1000, 10},
-                             {Shape::Skewed, 1000, 10}, {Shape::Alternating, 1000, 10},
-                             {Shape::Hub, 1000, 10}};
+                             {Shape::Skewed, 1000, 10}, {Shape::Alternating, 1000, 10}};
     for (const LogKind& kind : kinds)
         addLoad(logs, kind, 0);
     addFigures(logs, {Shape::Sessions, 300, 0, 1000}, 1 / 1.15);

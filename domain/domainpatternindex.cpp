@@ -36,7 +36,7 @@ Pattern* PatternIndex::find(quint32 hash, const Pattern& pattern) const {
 }
 
 void PatternIndex::insert(quint32 hash, Pattern* pattern) {
-    if (static_cast<std::size_t>(mSize) * 2 >= mSlots.size())
+    if (static_cast<std::size_t>(mSize) * 4 >= mSlots.size() * 3)
         grow();
     place(mSlots, {hash, pattern});
     ++mSize;

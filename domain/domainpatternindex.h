@@ -7,8 +7,8 @@
 namespace domain {
 
 /// Finds a pattern by its sequence in constant time: an open-addressed hash table of patterns that
-/// it does not own, grown by doubling at half full. Clearing it keeps its storage unless that has
-/// become far too large. A pattern's sequence must not change while the index holds it.
+/// it does not own, grown by doubling at three quarters full. Clearing it keeps its storage unless
+/// that has become far too large. A pattern's sequence must not change while the index holds it.
 class PatternIndex {
 public:
     int size() const { return mSize; }
