@@ -10,6 +10,8 @@ class Blackboard : public Analysis {
 public:
     void on(Nest& nest, const Trace& trace) override;
 
+    bool mayRunBeside() const override { return true; }
+
 protected:
     CycleBuilderIterative& cycleBuilder() { return mCycleBuilder; }
 

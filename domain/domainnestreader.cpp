@@ -38,6 +38,7 @@ NestReader::NestReader(Analysis& analysis)
     : mAnalysis(analysis) {}
 
 bool NestReader::begin(Nest& target) {
+    mBeside.reset();
     mTarget = &target;
     mKeys.clear();
     mRecordingCount = 0;
@@ -127,15 +128,42 @@ void NestReader::addBranch(const Branch& event) {
 void NestReader::addNest() {
     if (mNest.size() == 0)
         return;
-    mAnalysis.on(mNest, mTrace);
-    for (const int i : mNest.usedSlots()) {
-        Branch* branch = mNest.branchAt(i);
-        if (!branch || branch->mGesture == GESTURE_NONE)
-            continue;
-        mTarget->take(i, *branch);
-        branch->mGesture = GESTURE_NONE;
+    if (goesBeside()) {
+        mBeside->add(mNest, mTrace, mSlots);
+    } else {
+        finish();
+        merge_recording(mAnalysis, mNest, mTrace, *mTarget);
     }
-    mNest.clear();
+}
+
+void NestReader::analyseBeside(int from) {
+    mBeside.reset();
+    mBesideFrom = from;
+}
+
+void NestReader::finish() {
+    if (!mBeside)
+        return;
+    const std::unique_ptr<AnalysisThread> ending = std::move(mBeside);
+    ending->finish();
+    ending->makeSlots(mSlots);
+}
+
+/// Whether recordings are analysed on a thread of their own, which starts once that pays. Those
+/// that wait have as many slots each as there are keys, so there must not be too many.
+bool NestReader::goesBeside() {
+    constexpr int MOST_KEYS = 4096;
+    if (mBeside)
+        return mSlots <= MOST_KEYS;
+    if (mEventCount < mBesideFrom || mTarget->size() > MOST_KEYS || !mAnalysis.mayRunBeside())
+        return false;
+    mSlots = mTarget->size();
+    try {
+        mBeside = std::make_unique<AnalysisThread>(mAnalysis, *mTarget);
+    } catch (const std::exception&) {
+        mBesideFrom = NEVER;
+    }
+    return mBeside != nullptr;
 }
 
 /// The branch index of a key, reserved in the target at the key's first appearance; -1 when memory
@@ -143,16 +171,24 @@ void NestReader::addNest() {
 int NestReader::indexOf(const QString& key) {
     if (const KeyTable::Entry* known = mKeys.find(key))
         return known->second;
-    const int index = mTarget->size();
+    const int index = mBeside ? mSlots : mTarget->size();
     try {
         mKeys.set(key, index);
     } catch (const std::exception&) {
         return -1;
     }
-    if (mTarget->addSlot())
+    if (addSlot())
         return index;
     mKeys.remove(key);
     return -1;
+}
+
+/// Reserves the next index. While the target is another thread's, that reserves it there.
+bool NestReader::addSlot() {
+    if (!mBeside)
+        return mTarget->addSlot();
+    ++mSlots;
+    return true;
 }
 
 } // namespace domain

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "domain/domainanalysis.h"
+#include "domain/domainanalysisthread.h"
 #include "domain/domainbranch.h"
 #include "domain/domainkeytable.h"
 #include "domain/domainnest.h"
@@ -9,6 +9,8 @@
 
 #include <QString>
 
+#include <limits>
+#include <memory>
 #include <vector>
 
 namespace domain {
@@ -38,6 +40,18 @@ public:
     void jsonString(json::Stack& stack, const QString& key, const QString& value) override;
     void jsonFloat(json::Stack& stack, const QString& key, double value) override;
 
+    /// From `from` events on, recordings are analysed on another thread, while the next ones are
+    /// read, if the analysis allows it; `finish` has to be called before the target is looked at.
+    /// What waits from before is finished first.
+    void analyseBeside(int from);
+
+    /// For `analyseBeside`: all on the thread that reads, as it is without it.
+    static constexpr int NEVER = std::numeric_limits<int>::max();
+
+    /// Waits until all recordings that have ended are in the target. Throws what the analysis of
+    /// one threw, as a callback would have.
+    void finish();
+
     /// Recordings ended and events read since `begin`, "up" events included.
     int recordingCount() const { return mRecordingCount; }
 
@@ -61,6 +75,8 @@ public:
 
 private:
     int indexOf(const QString& key);
+    bool addSlot();
+    bool goesBeside();
 
     Nest* mTarget = nullptr;
     Analysis& mAnalysis;
@@ -71,6 +87,9 @@ private:
     KeyTable mKeys; ///< Branch indices of the target's keys.
     int mRecordingCount = 0;
     int mEventCount = 0;
+    int mBesideFrom = NEVER;
+    int mSlots = 0;                          ///< Of the target, while that is another thread's.
+    std::unique_ptr<AnalysisThread> mBeside; ///< Has the target and the analysis.
 };
 
 } // namespace domain

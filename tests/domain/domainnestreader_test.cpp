@@ -1,12 +1,15 @@
 #include "domain/domainblackboard.h"
 #include "domain/domainlog.h"
 #include "domain/domainnestreader.h"
+#include "json/jsonparser.h"
 #include "tests/common/describe.h"
 
 #include <QBuffer>
 
 #include <gmock/gmock.h>
 
+#include <new>
+#include <random>
 #include <set>
 
 namespace {
@@ -164,6 +167,70 @@ TEST(NestReader, MakesItsPatternsFromThoseOfEarlierLogs) {
     ASSERT_GT(shown.branchAt(0)->patternSize(), 0);
     const int ofOneLog = shown.branchAt(0)->patternSize() + shown.branchAt(1)->patternSize();
     EXPECT_LE(made.size(), static_cast<std::size_t>(4 * ofOneLog));
+}
+
+/// Recordings of random lengths, some within others; the last one is not closed.
+QByteArray manyRecordings() {
+    std::mt19937 random(12);
+    QByteArray log;
+    for (int i = 0; i < 400; ++i) {
+        log += random() % 8 == 0 ? "{\"down\":[0,\"outer\"],{" : "{";
+        for (auto left = random() % 60; left > 0; --left)
+            log += "\"down\":[0,\"" + QByteArray::number(quint64(random() % (5U + i / 20U))) +
+                   "\",1,2],";
+        log += random() % 8 == 0 ? "},\"down\":[0,\"1\"],\"menu\":[0,\"m\"]}" : "}";
+    }
+    return log + "{\"down\":[0,\"lost\"]";
+}
+
+/// Reads beside the analysis from the event `from` on; whether all was read and analysed.
+bool readBeside(domain::Analysis& analysis, Nest& target, QByteArray log, int from) {
+    domain::NestReader reader(analysis);
+    QBuffer buffer(&log);
+    buffer.open(QIODevice::ReadOnly);
+    reader.begin(target);
+    reader.analyseBeside(from);
+    const bool isWhole = json::Parser().parse(&buffer, &reader);
+    try {
+        reader.finish();
+        return isWhole;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+TEST(NestReader, FindsTheSameWhenAnotherThreadAnalyses) {
+    const QByteArray log = manyRecordings();
+    Nest expected;
+    read(expected, log);
+    for (const int from : {0, 1000}) {
+        domain::Blackboard analysis;
+        Nest nest;
+        readBeside(analysis, nest, log, from);
+        EXPECT_EQ(model::describe(nest), model::describe(expected));
+    }
+}
+
+/// Finds no memory for one of the recordings.
+class FailingStage : public domain::Analysis {
+public:
+    void on(Nest& /*nest*/, const domain::Trace& /*trace*/) override {
+        if (++mCalls == 3)
+            throw std::bad_alloc();
+    }
+
+    bool mayRunBeside() const override { return true; }
+
+    int mCalls = 0;
+};
+
+TEST(NestReader, WhatFailsOnAnotherThreadEndsTheRead) {
+    FailingStage analysis;
+    Nest nest;
+    EXPECT_FALSE(
+        readBeside(analysis, nest, QByteArray("{\"down\":[0,\"a\"]}").repeated(10'000), 0));
+    EXPECT_EQ(analysis.mCalls, 3);
+    EXPECT_THAT(model::describe(nest), ElementsAre("a 1 (0 0 0 0): "));
 }
 
 } // namespace
