@@ -22,7 +22,8 @@ enum class Length {
 /// Name of the counter of a measurement of memory in bytes, in place of time.
 inline constexpr char BYTES[] = "bytes";
 
-/// Name of the counter of the processor time that another process took, in place of this one's.
+/// Name of the counter of seconds that count in the place of this thread's processor time: those of
+/// another process, or by the clock.
 inline constexpr char SECONDS[] = "seconds";
 
 /// Adds a measurement of what `contender` does to the table. Those of the same `what` follow each
