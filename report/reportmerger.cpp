@@ -1,8 +1,10 @@
 #include "report/reportmerger.h"
 
+#include "collections/sharedvalues.h"
 #include "domain/domainrunhash.h"
 
 #include <algorithm>
+#include <functional>
 #include <new>
 
 namespace report {
@@ -23,6 +25,23 @@ void addPlaces(domain::pattern_figures& to, const domain::pattern_figures& from,
     }
 }
 
+/// All patterns, by where their sequences stand in memory.
+std::vector<domain::Pattern*> byPlace(const domain::Nest& nest) {
+    std::vector<domain::Pattern*> patterns;
+    for (int i = 0; i < nest.size(); ++i) {
+        const domain::Branch* branch = nest.branchAt(i);
+        if (!branch)
+            continue;
+        for (domain::Pattern* pattern : branch->mPatterns)
+            patterns.push_back(pattern);
+    }
+    std::sort(patterns.begin(), patterns.end(),
+              [](const domain::Pattern* a, const domain::Pattern* b) {
+                  return std::less<>()(a->run().data(), b->run().data());
+              });
+    return patterns;
+}
+
 } // namespace
 
 std::size_t Merger::run_hash::operator()(const domain::Pattern* pattern) const {
@@ -33,6 +52,8 @@ void Merger::add(Log& part) {
     mRecordingsBefore = mWhole.recordings;
     addTotals(part);
     addKeys(part);
+    if (!mHasSameIndices)
+        renameIn(part.nest);
     std::size_t next = 0;
     for (int i = 0; i < part.nest.size(); ++i) {
         domain::Branch* branch = part.nest.branchAt(i);
@@ -74,6 +95,29 @@ void Merger::addKeys(const Log& part) {
     }
 }
 
+/// From the part's indices to the whole's. What were pieces of one trace are pieces of one again,
+/// which is most of the memory.
+void Merger::renameIn(domain::Nest& nest) const {
+    std::vector<domain::Pattern*> left = byPlace(nest);
+    for (auto first = left.begin(); first != left.end();) {
+        const int* const begin = (*first)->run().data();
+        const int* end = begin;
+        auto last = first;
+        for (; last != left.end() && (last == first || (*last)->run().data() < end); ++last)
+            end = std::max(end, (*last)->run().data() + (*last)->run().size());
+        std::vector<int> renamed(begin, end);
+        for (int& index : renamed)
+            index = mPlaces[static_cast<std::size_t>(index)];
+        SharedValues<int> trace;
+        require(trace.setTo(renamed));
+        for (; first != last; ++first) {
+            const std::span<const int> run = (*first)->run();
+            (*first)->mSequence.referTo(trace, static_cast<int>(run.data() - begin),
+                                        static_cast<int>(run.size()));
+        }
+    }
+}
+
 void Merger::addEvents(int index, const domain::Branch& branch,
                        const domain::key_figures& figures) {
     domain::Branch events;
@@ -89,10 +133,9 @@ void Merger::addEvents(int index, const domain::Branch& branch,
 /// Adds the first of a part's patterns, and takes it away there.
 void Merger::addFront(domain::PatternList& patterns, const domain::pattern_figures& figures) {
     domain::Pattern* pattern = patterns.front();
-    rename(*pattern);
     const auto [known, isNew] = mKnown.try_emplace(pattern, mFigures.size());
     if (isNew) {
-        const int anchor = pattern->mSequence[0];
+        const int anchor = pattern->run()[0];
         ManagedList<domain::Pattern*>& to = mWhole.nest.branchAt(anchor)->mPatterns;
         patterns.moveFrontTo(mMoving);
         mMoving.moveTo(to);
@@ -105,14 +148,6 @@ void Merger::addFront(domain::PatternList& patterns, const domain::pattern_figur
         mFigures[known->second].figures.recordings += figures.recordings;
     }
     addPlaces(mFigures[known->second].figures, figures, mRecordingsBefore);
-}
-
-/// From the part's indices to the whole's.
-void Merger::rename(domain::Pattern& pattern) const {
-    if (mHasSameIndices)
-        return;
-    for (int i = 0; i < pattern.mSequence.size(); ++i)
-        pattern.mSequence[i] = mPlaces[static_cast<std::size_t>(pattern.mSequence[i])];
 }
 
 void Merger::finish() {

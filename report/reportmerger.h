@@ -40,7 +40,7 @@ private:
     void addKeys(const Log& part);
     void addEvents(int index, const domain::Branch& branch, const domain::key_figures& figures);
     void addFront(domain::PatternList& patterns, const domain::pattern_figures& figures);
-    void rename(domain::Pattern& pattern) const;
+    void renameIn(domain::Nest& nest) const;
 
     Log& mWhole;
     QStringList mNames;
