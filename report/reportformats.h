@@ -12,6 +12,7 @@ struct output_format {
     QString name;      ///< As the command line has it.
     bool leavesOut;    ///< Long lists are cut unless everything is asked for.
     bool isAnswer;     ///< Questions and comparisons can be asked.
+    int top;           ///< So many patterns unless others are asked for; 0 for all.
     bool tellsLeftOut; ///< The report says how much the questions left out.
     std::unique_ptr<Writer> (*newWriter)(Output& output, const style& style);
 };

@@ -14,18 +14,23 @@
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 namespace {
 
 using report::ExitStatus;
 
+ExitStatus failed(const QString& what, const QString& why) {
+    report::complain(what, why);
+    return report::FAILED;
+}
+
 /// `status`, unless standard output could not be written.
 ExitStatus flushed(report::Output& output, ExitStatus status) {
     if (output.flush())
         return status;
-    report::complain(QStringLiteral("standard output"), QStringLiteral("could not be written"));
-    return report::FAILED;
+    return failed(QStringLiteral("standard output"), QStringLiteral("could not be written"));
 }
 
 /// Where the report itself has no place for it.
@@ -35,8 +40,41 @@ void tellLeftOut(const report::Findings& findings) {
                          report::left_out(findings.patternCount(), findings.shownCount()));
 }
 
-ExitStatus printReports(const report::options& options) {
+/// Makes a text a file, unless it is empty. Returns why it could not, empty when it could.
+QString save(const QString& path, QByteArrayView text, bool complete) {
+    if (!complete)
+        return report::NO_MEMORY;
+    return text.isEmpty() ? QString() : report::save_file(path, text);
+}
+
+/// Makes what `write` writes a file.
+template <class Write>
+ExitStatus writeInto(const QString& path, const Write& write) {
+    char* text = nullptr;
+    std::size_t size = 0;
+    std::FILE* memory = open_memstream(&text, &size);
+    if (!memory)
+        return failed(path, report::NO_MEMORY);
+    report::Output output(memory);
+    const ExitStatus status = write(output);
+    const bool complete = output.flush();
+    std::fclose(memory);
+    const std::unique_ptr<char, decltype(&std::free)> owner(text, &std::free);
+    const QString reason = save(path, {text, static_cast<qsizetype>(size)}, complete);
+    return reason.isEmpty() ? status : failed(path, reason);
+}
+
+/// Lets `write` write a report to where the options say; into a file it comes whole or not at all.
+template <class Write>
+ExitStatus writeReport(const report::options& options, const Write& write) {
+    if (!options.output.isEmpty())
+        return writeInto(options.output, write);
     report::Output output(stdout);
+    const ExitStatus status = write(output);
+    return flushed(output, status);
+}
+
+ExitStatus printReports(const report::options& options, report::Output& output) {
     const std::unique_ptr<report::Writer> writer = options.format->newWriter(output, options.style);
     writer->begin();
     const ExitStatus status = read_logs(options.logs, options.reading, [&](const report::Log& log) {
@@ -46,7 +84,7 @@ ExitStatus printReports(const report::options& options) {
             tellLeftOut(findings);
     });
     writer->end();
-    return flushed(output, status);
+    return status;
 }
 
 /// Reads the logs of a group and adds them to those of both.
@@ -64,7 +102,7 @@ ExitStatus readGroup(report::group& group, report::Merger& both, report::Recordi
 }
 
 /// Nothing is compared with a part of a group.
-ExitStatus compareGroups(const report::options& options) {
+ExitStatus compareGroups(const report::options& options, report::Output& output) {
     report::Log whole;
     report::Merger both(whole);
     report::Groups groups = *options.groups;
@@ -83,9 +121,8 @@ ExitStatus compareGroups(const report::options& options) {
         report::complain(QStringLiteral("warning"), warning);
         status = report::UNSOUND;
     }
-    report::Output output(stdout);
     options.format->newWriter(output, options.style)->compare(comparison);
-    return flushed(output, status);
+    return status;
 }
 
 /// Draws a log into a file. Returns why the file could not be written, empty when it was.
@@ -132,7 +169,9 @@ ExitStatus draw(const report::options& options) {
 ExitStatus report_or_draw(const report::options& options, int argc, char** argv) {
     if (options.image.isEmpty()) {
         const QCoreApplication application(argc, argv);
-        return options.groups ? compareGroups(options) : printReports(options);
+        return writeReport(options, [&](report::Output& output) {
+            return options.groups ? compareGroups(options, output) : printReports(options, output);
+        });
     }
     qputenv("QT_QPA_PLATFORM", "offscreen"); // pictures need no display
     const QGuiApplication application(argc, argv);

@@ -19,6 +19,7 @@ constexpr int LARGEST_SIDE = 16384;
 const QString HELP = QStringLiteral("help");
 const QString VERSION = QStringLiteral("version");
 const QString FORMAT = QStringLiteral("format");
+const QString OUTPUT = QStringLiteral("output");
 const QString ALL = QStringLiteral("all");
 const QString IMAGE = QStringLiteral("image");
 const QString SIZE = QStringLiteral("size");
@@ -48,6 +49,9 @@ void declare(QCommandLineParser& parser) {
         {{QStringLiteral("h"), HELP}, QStringLiteral("Print this help.")},
         {{QStringLiteral("v"), VERSION}, QStringLiteral("Print the version.")},
         {FORMAT, formatNames() + u'.', FORMAT, output_formats().front().name},
+        {{QStringLiteral("o"), OUTPUT},
+         QStringLiteral("Write the report there."),
+         QStringLiteral("file")},
         {ALL, QStringLiteral("Leave nothing out of the text report.")},
         {CSV_TEXT, QStringLiteral("Let no cell be a formula to a spreadsheet.")},
         {TOGETHER, QStringLiteral("Take all logs for one, and read them on all cores.")},
@@ -82,8 +86,8 @@ bool endsWith(const QString& name, const QString& ending) {
 }
 
 QString pictureFault(const options& options, const QCommandLineParser& parser) {
-    if (parser.isSet(FORMAT) || options.style.everything)
-        return QStringLiteral("--format and --all do not go with --image");
+    if (parser.isSet(FORMAT) || parser.isSet(OUTPUT) || options.style.everything)
+        return QStringLiteral("--format, --output and --all do not go with --image");
     if (!endsWith(options.image, PNG) && !options.picture.vectors)
         return QStringLiteral("the picture's name must end in .png or .svg");
     if (!options.picture.size.isValid())
@@ -142,9 +146,12 @@ void read(const QCommandLineParser& parser, options& options) {
     options.reading = readingOf(parser);
     options.format = find_format(parser.value(FORMAT));
     options.fault = read_question(parser, options.question);
+    if (options.format && options.question.top == 0)
+        options.question.top = options.format->top;
     if (parser.isSet(COMPARE) && options.fault.isEmpty())
         options.fault = read_groups(options.logs, options.groups.emplace());
     options.style = {parser.isSet(ALL), parser.isSet(CSV_TEXT), options.question.loopsOnce};
+    options.output = parser.value(OUTPUT);
     options.image = parser.value(IMAGE);
     options.picture = {endsWith(options.image, SVG), toSize(parser.value(SIZE)), parser.isSet(RANK),
                        parser.isSet(NAMES), parser.value(PATTERN)};

@@ -28,7 +28,8 @@ struct options {
     const output_format* format = nullptr;
     report::style style;
 
-    QString image; ///< The picture's file, empty for a report.
+    QString output; ///< The report's file, empty for standard output.
+    QString image;  ///< The picture's file, empty for a report.
     report::picture picture;
 };
 

@@ -12,10 +12,11 @@ namespace report {
 namespace {
 
 constexpr QByteArrayView MAGIC = "Quillon partial\n";
-constexpr quint32 VERSION = 1;
+constexpr quint32 PARTIAL_VERSION = 1;
 constexpr QCryptographicHash::Algorithm SUM = QCryptographicHash::Sha1;
 constexpr qsizetype SUM_SIZE = 20;
-constexpr qsizetype HEADER_SIZE = MAGIC.size() + sizeof(VERSION) + sizeof(qint64) + SUM_SIZE;
+constexpr qsizetype HEADER_SIZE =
+    MAGIC.size() + sizeof(PARTIAL_VERSION) + sizeof(qint64) + SUM_SIZE;
 
 const QString CUT = QStringLiteral("it is cut short");
 const QString DAMAGED = QStringLiteral("it is damaged");
@@ -143,10 +144,10 @@ QString readHeader(const QByteArray& bytes, header& header) {
     prepare(from);
     from >> header.version >> header.size;
     header.sum = bytes.last(SUM_SIZE);
-    if (header.version != VERSION)
+    if (header.version != PARTIAL_VERSION)
         return QStringLiteral("it is a partial of version %1; this program reads version %2")
             .arg(header.version)
-            .arg(VERSION);
+            .arg(PARTIAL_VERSION);
     return {};
 }
 
@@ -170,7 +171,7 @@ void PartialWriter::write(const Findings& findings) {
     QByteArray head;
     QDataStream to(&head, QIODevice::WriteOnly);
     prepare(to);
-    to << VERSION << qint64(body.size());
+    to << PARTIAL_VERSION << qint64(body.size());
     mOutput << MAGIC << QByteArrayView(head) << QByteArrayView(QCryptographicHash::hash(body, SUM))
             << QByteArrayView(body);
 }
