@@ -3,7 +3,6 @@
 #include "import/importformat.h"
 
 #include <QCommandLineParser>
-#include <QFile>
 
 #include <algorithm>
 
@@ -85,21 +84,9 @@ void declare(QCommandLineParser& parser) {
                                  QStringLiteral("Recordings; - reads standard input."));
 }
 
-QString addFile(Rules& rules, const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QStringLiteral("%1: %2").arg(path, file.errorString());
-    for (int line = 1; !file.atEnd(); ++line) {
-        const QString fault = rules.add(QString::fromUtf8(file.readLine()));
-        if (!fault.isEmpty())
-            return QStringLiteral("%1:%2: %3").arg(path).arg(line).arg(fault);
-    }
-    return {};
-}
-
 QString addRules(Rules& rules, const QCommandLineParser& parser) {
     for (const QString& path : parser.values(RULES)) {
-        QString fault = addFile(rules, path);
+        QString fault = rules.addFile(path);
         if (!fault.isEmpty())
             return fault;
     }

@@ -2,6 +2,8 @@
 
 #include "import/importglob.h"
 
+#include <QFile>
+
 #include <algorithm>
 
 namespace import {
@@ -93,6 +95,18 @@ QString Rules::add(const QString& line) {
     if (verb == u"rename")
         return addPattern(Verb::Rename, rest, text);
     return QStringLiteral("no rule is called '%1'").arg(verb);
+}
+
+QString Rules::addFile(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return QStringLiteral("%1: %2").arg(path, file.errorString());
+    for (int line = 1; !file.atEnd(); ++line) {
+        const QString fault = add(QString::fromUtf8(file.readLine()));
+        if (!fault.isEmpty())
+            return QStringLiteral("%1:%2: %3").arg(path).arg(line).arg(fault);
+    }
+    return {};
 }
 
 QString Rules::addNames(const QString& rest) {

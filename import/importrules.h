@@ -47,6 +47,9 @@ public:
     /// Takes one line. Empty when it is a rule or nothing; else what is wrong with it.
     QString add(const QString& line);
 
+    /// Takes the lines of a file. Empty, or what is wrong with it or with a line of it.
+    QString addFile(const QString& path);
+
     const import::naming& naming() const { return mNaming; }
 
     /// What becomes of a key.
