@@ -26,7 +26,7 @@ Findings::Findings(const Log& log, const question& question)
 
 void Findings::add(int index, const domain::Branch& branch) {
     key_findings key{index, &branch, &mLog.figures.keys[static_cast<std::size_t>(index)], {}};
-    for (const domain::Pattern* pattern : branch.mPatterns) {
+    for (const domain::Pattern* pattern : branch.mPatterns.reading()) {
         const auto number = static_cast<std::size_t>(mPatternCount++);
         key.patterns.push_back({pattern, &mLog.figures.patterns[number], {}});
     }
