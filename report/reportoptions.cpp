@@ -129,7 +129,7 @@ QString faultOf(const options& options, const QCommandLineParser& parser) {
         return QStringLiteral("no log given");
     if (!options.format)
         return QStringLiteral("unknown format '%1'").arg(parser.value(FORMAT));
-    const QString fault = combinedFault(options, parser);
+    QString fault = combinedFault(options, parser);
     if (!fault.isEmpty())
         return fault;
     return parser.isSet(IMAGE) ? pictureFault(options, parser) : reportFault(options, parser);
