@@ -13,7 +13,7 @@ namespace import {
 namespace {
 
 constexpr std::size_t LONGEST_PART = 60; // characters
-constexpr int SHORTEST_DATE = 8; // "20240131"
+constexpr int SHORTEST_DATE = 8;         // "20240131"
 
 bool isBlank(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
