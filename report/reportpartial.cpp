@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 
 namespace report {
 
@@ -151,17 +152,34 @@ QString readHeader(const QByteArray& bytes, header& header) {
     return {};
 }
 
+/// Takes the memory of what is there, not of what is announced.
+QByteArray readBody(QIODevice& device, qint64 size) {
+    constexpr qint64 PIECE = 1 << 20;
+    QByteArray body;
+    while (body.size() < size) {
+        const QByteArray piece = device.read(std::min(PIECE, size - body.size()));
+        if (piece.isEmpty())
+            break;
+        body += piece;
+    }
+    return body;
+}
+
 QString readPartial(const QByteArray& head, QIODevice& device, Log& part) {
     header header;
-    const QString fault = readHeader(head, header);
+    QString fault = readHeader(head, header);
     if (!fault.isEmpty())
         return fault;
-    const QByteArray body = device.read(std::max<qint64>(header.size, 0));
+    const QByteArray body = readBody(device, header.size);
     if (body.size() < header.size)
         return CUT;
-    if (QCryptographicHash::hash(body, SUM) != header.sum || !Body(body).read(part))
-        return DAMAGED;
-    return {};
+    try {
+        if (QCryptographicHash::hash(body, SUM) == header.sum && Body(body).read(part))
+            return {};
+    } catch (const std::bad_alloc&) {
+        // More than there is was announced.
+    }
+    return DAMAGED;
 }
 
 } // namespace
@@ -180,7 +198,7 @@ QString read_partials(QIODevice& device, const std::function<void(Log& part)>& t
     QByteArray head = device.read(HEADER_SIZE);
     do {
         Log part;
-        const QString fault = readPartial(head, device, part);
+        QString fault = readPartial(head, device, part);
         if (!fault.isEmpty())
             return fault;
         take(part);

@@ -1,5 +1,6 @@
 #include "tests/report/reportrun.h"
 
+#include <QCryptographicHash>
 #include <QImage>
 #include <QRectF>
 #include <QRegularExpression>
@@ -152,6 +153,12 @@ TEST_F(Answers, TellsWhatIsWrongWithPartials) {
     later[16] = 9;
     QByteArray damaged = whole;
     damaged.back() = static_cast<char>(damaged.back() ^ 1);
+    QByteArray endless = whole;
+    endless[26] = 16; // 2^52 bytes
+    // With a right sum, and a list of 2^31 - 1 warnings.
+    const QByteArray body = QByteArray::fromHex("ffffffff01000000000000000000000000ffffff7f");
+    const QByteArray announced = whole.first(20) + char(body.size()) + QByteArray(7, 0) +
+                                 QCryptographicHash::hash(body, QCryptographicHash::Sha1) + body;
 
     const struct {
         QByteArray bytes;
@@ -164,6 +171,8 @@ TEST_F(Answers, TellsWhatIsWrongWithPartials) {
         {"{\"down\":[0,\"x\"]}", "it is no partial"},
         {later, "it is a partial of version 9; this program reads version 1"},
         {damaged, "it is damaged"},
+        {endless, "it is cut short"},
+        {announced, "it is damaged"},
     };
 
     for (const auto& row : rows) {
